@@ -1,0 +1,172 @@
+#include "record.h"
+
+#include "group_code.h"
+#include "text_lines.h"
+
+namespace korva::db {
+
+void Record::GroupIterator::advance() {
+  if (record_->owned_) {
+    const auto& owned = *record_->owned_;
+    if (index_ >= owned.size()) {
+      atEnd_ = true;
+      return;
+    }
+    current_ = {owned[index_].code, owned[index_].value};
+    ++index_;
+    return;
+  }
+  const char* end = record_->source_.data() + record_->source_.size();
+  if (position_ >= end) {
+    atEnd_ = true;
+    return;
+  }
+  std::string_view codeLine = nextLine(position_, end);
+  current_.code = parseGroupCode(codeLine).value_or(0);
+  current_.value = nextLine(position_, end);
+}
+
+Record::Record(std::string_view type, std::string_view text, uint32_t flags)
+    : type_(type), source_(text), flags_(flags) {}
+
+Record::Record(std::string_view type, std::vector<OwnedGroup> groups)
+    : type_(type), flags_(kModified), owned_(std::make_unique<std::vector<OwnedGroup>>(std::move(groups))) {
+  deriveLinks();
+}
+
+Record::GroupRange Record::groups() const {
+  GroupIterator it;
+  it.record_ = this;
+  it.atEnd_ = false;
+  if (!owned_) {
+    it.position_ = source_.data();
+    if (!hasFlag(kNoTypeLine)) {
+      const char* end = source_.data() + source_.size();
+      nextLine(it.position_, end);
+      nextLine(it.position_, end);
+    }
+  }
+  it.advance();
+  return {it};
+}
+
+std::vector<Group> Record::groupList() const {
+  std::vector<Group> list;
+  for (const Group& group : groups()) list.push_back(group);
+  return list;
+}
+
+std::optional<std::string_view> Record::find(int code) const {
+  for (const Group& group : groups()) {
+    if (group.code == code) return group.value;
+  }
+  return std::nullopt;
+}
+
+size_t Record::groupCount() const {
+  if (owned_) return owned_->size();
+  size_t count = 0;
+  for (auto it = groups().begin(); it != GroupIterator(); ++it) ++count;
+  return count;
+}
+
+std::vector<OwnedGroup> Record::ownedGroups() const {
+  std::vector<OwnedGroup> copy;
+  for (const Group& group : groups()) copy.push_back({group.code, std::string(group.value)});
+  return copy;
+}
+
+void Record::materialize() {
+  if (owned_) return;
+  owned_ = std::make_unique<std::vector<OwnedGroup>>(ownedGroups());
+  flags_ |= kModified;
+}
+
+void Record::assign(std::vector<OwnedGroup> groups) {
+  if (handle_ != kNoHandle && !hasFlag(kHandleNotInFile)) {
+    std::string text = formatHandle(handle_);
+    for (OwnedGroup& group : groups) {
+      if (isHandleCode(group.code)) {
+        group.value = text;
+        break;
+      }
+    }
+  }
+  owned_ = std::make_unique<std::vector<OwnedGroup>>(std::move(groups));
+  flags_ |= kModified;
+  Handle handle = handle_;
+  deriveLinks();
+  handle_ = handle;
+}
+
+bool Record::setValue(int code, std::string_view value) {
+  materialize();
+  for (OwnedGroup& group : *owned_) {
+    if (group.code == code) {
+      group.value = value;
+      if (code == 330) owner_ = ownerOf(*this);
+      return true;
+    }
+  }
+  return false;
+}
+
+void Record::setErased(bool erased) {
+  if (erased) {
+    flags_ |= kErased;
+  } else {
+    flags_ &= ~kErased;
+  }
+}
+
+void Record::setHandle(Handle handle, bool writeGroup) {
+  handle_ = handle;
+  if (!writeGroup) return;
+  materialize();
+  std::string text = formatHandle(handle);
+  int handleCode = type_ == "DIMSTYLE" ? 105 : 5;
+  for (OwnedGroup& group : *owned_) {
+    if (group.code == handleCode) {
+      group.value = text;
+      return;
+    }
+  }
+  owned_->insert(owned_->begin(), OwnedGroup{handleCode, std::move(text)});
+}
+
+void Record::deriveLinks() {
+  handle_ = kNoHandle;
+  owner_ = kNoHandle;
+  bool inAppData = false;
+  bool seenHandle = false;
+  bool seenOwner = false;
+  for (const Group& group : groups()) {
+    if (group.code == 102) {
+      inAppData = !group.value.empty() && group.value[0] == '{';
+    } else if (!seenHandle && isHandleCode(group.code)) {
+      // A DIMSTYLE keeps its own handle in 105; its 5 does not exist in files.
+      if (group.code == 5 || type_ == "DIMSTYLE") {
+        handle_ = parseHandle(group.value).value_or(kNoHandle);
+        seenHandle = true;
+      }
+    } else if (!seenOwner && group.code == 330 && !inAppData) {
+      owner_ = parseHandle(group.value).value_or(kNoHandle);
+      seenOwner = true;
+    }
+    if (seenOwner && seenHandle) break;
+  }
+}
+
+Handle ownerOf(const Record& record) {
+  bool inAppData = false;
+  for (const Group& group : record.groups()) {
+    if (group.code == 102) {
+      inAppData = !group.value.empty() && group.value[0] == '{';
+    } else if (group.code == 330 && !inAppData) {
+      return parseHandle(group.value).value_or(kNoHandle);
+    }
+  }
+  return kNoHandle;
+}
+
+}  // namespace korva::db

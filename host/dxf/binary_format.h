@@ -1,0 +1,20 @@
+// Binary DXF: the sentinel, and conversion to and from the text form.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace korva::dxf {
+
+inline constexpr std::string_view kBinarySentinel{"AutoCAD Binary DXF\r\n\x1a\0", 22};
+
+inline bool isBinaryDxf(std::string_view data) { return data.starts_with(kBinarySentinel); }
+
+// Binary to text: each group becomes a code line and a value line ("\n" ends),
+// reals in their shortest exact spelling. False with a message on broken input.
+bool binaryToText(std::string_view data, std::string& text, std::string& error);
+
+// One group's value in binary form, appended to out. `oneByteCodes` is R12's layout.
+void appendBinaryGroup(std::string& out, int code, std::string_view value, bool oneByteCodes);
+
+}  // namespace korva::dxf
