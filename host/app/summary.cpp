@@ -20,13 +20,18 @@ std::string_view versionName(std::string_view version) {
   return "unknown release";
 }
 
-void count(const db::Record* record, Counts& byType, Counts& byLayer) {
-  if (record->isErased()) return;
+// Attributes, vertices and sequence ends are parts of their owner, not entities of their own.
+bool isSubentity(std::string_view type) {
+  return type == "ATTRIB" || type == "VERTEX" || type == "SEQEND";
+}
+
+// Counts one entity; true when it is an entity of its own.
+bool count(const db::Record* record, Counts& byType, Counts& byLayer) {
+  if (record->isErased()) return false;
   ++byType[std::string(record->type())];
-  // Attributes, vertices and sequence ends are parts of their owner, not entities of a layer.
-  std::string_view type = record->type();
-  if (type == "ATTRIB" || type == "VERTEX" || type == "SEQEND") return;
+  if (isSubentity(record->type())) return false;
   ++byLayer[std::string(record->find(8).value_or("0"))];
+  return true;
 }
 
 void printCounts(std::ostream& out, const char* title, const Counts& counts) {
@@ -55,8 +60,7 @@ void printSummary(const db::Database& database, const std::string& name, std::os
   if (const db::Section* entities = database.section(db::SectionKind::Entities)) {
     for (const db::Record* record : entities->records) {
       bool paper = record->find(67).value_or("0").find('1') != std::string_view::npos;
-      count(record, paper ? paperTypes : modelTypes, layers);
-      (paper ? paperCount : modelCount) += !record->isErased();
+      (paper ? paperCount : modelCount) += count(record, paper ? paperTypes : modelTypes, layers);
     }
   }
   const db::Section* blocks = database.section(db::SectionKind::Blocks);
@@ -64,15 +68,14 @@ void printSummary(const db::Database& database, const std::string& name, std::os
     for (const db::BlockDefinition& block : blocks->blocks) {
       if (!isPaperSpaceBlock(block.name())) continue;
       for (const db::Record* record : block.entities) {
-        count(record, paperTypes, layers);
-        paperCount += !record->isErased();
+        paperCount += count(record, paperTypes, layers);
       }
     }
   }
   out << "Model space: " << modelCount << " entities\n";
-  if (!modelTypes.empty()) printCounts(out, "Model space entities by type:", modelTypes);
+  if (!modelTypes.empty()) printCounts(out, "Model space by type:", modelTypes);
   out << "Paper space: " << paperCount << " entities\n";
-  if (!paperTypes.empty()) printCounts(out, "Paper space entities by type:", paperTypes);
+  if (!paperTypes.empty()) printCounts(out, "Paper space by type:", paperTypes);
   if (!layers.empty()) printCounts(out, "Entities by layer:", layers);
 
   if (const db::Section* tables = database.section(db::SectionKind::Tables)) {
@@ -98,7 +101,9 @@ void printSummary(const db::Database& database, const std::string& name, std::os
     for (const db::BlockDefinition& block : blocks->blocks) {
       if (block.begin->isErased()) continue;
       size_t live = 0;
-      for (const db::Record* record : block.entities) live += !record->isErased();
+      for (const db::Record* record : block.entities) {
+        live += !record->isErased() && !isSubentity(record->type());
+      }
       out << "  " << block.name() << ": " << live << " entities\n";
     }
   }

@@ -1,0 +1,24 @@
+#!/usr/bin/env bash
+# The demo: korva opens the example drawing, tells what it holds and saves it again.
+set -euo pipefail
+korva=${1:-build/bin/korva}
+here=$(cd "$(dirname "$0")" && pwd)
+out=${DEMO_OUT:-$(dirname "$korva")/../demo}
+mkdir -p "$out"
+
+echo "== korva examples/site-plan.dxf -o $out/site-plan.dxf"
+"$korva" "$here/site-plan.dxf" -o "$out/site-plan.dxf"
+if cmp -s "$here/site-plan.dxf" "$out/site-plan.dxf"; then
+  echo "The saved drawing is byte for byte the drawing that was read."
+else
+  echo "The saved drawing differs from the one that was read." >&2
+  exit 1
+fi
+
+echo
+echo "== korva -o $out/new.dxf   (a new drawing made from nothing)"
+"$korva" -o "$out/new.dxf" | head -n 4
+echo
+echo "== korva $out/new.dxf --binary -o $out/new-binary.dxf"
+"$korva" "$out/new.dxf" --binary -q -o "$out/new-binary.dxf"
+"$korva" "$out/new-binary.dxf" | head -n 2
