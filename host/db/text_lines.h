@@ -10,7 +10,9 @@ namespace korva::db {
 // The next line without its end ("\n" or "\r\n"); advances pos past the end.
 inline std::string_view nextLine(const char*& pos, const char* end) {
   const char* start = pos;
-  const char* newline = static_cast<const char*>(__builtin_memchr(pos, '\n', end - pos));
+  if (pos >= end) return {};
+  const char* newline =
+      static_cast<const char*>(__builtin_memchr(pos, '\n', static_cast<size_t>(end - pos)));
   const char* lineEnd = newline ? newline : end;
   pos = newline ? newline + 1 : end;
   if (lineEnd > start && lineEnd[-1] == '\r') --lineEnd;
