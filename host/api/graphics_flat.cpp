@@ -7,7 +7,7 @@ int qxedRedraw(const EntityName name, int mode) {
   if (korva::api::isNull(name)) return mode == 0 || mode == 1 ? RTNORM : RTERROR;
   Document* document = nullptr;
   korva::db::Record* record = recordOf(name, &document);
-  if (!record || record->isErased()) return RTERROR;
+  if (!record || record->isErased() || !document) return RTERROR;
   switch (mode) {
     case 1:
     case 2:
@@ -33,5 +33,5 @@ bool qxedIsHighlighted(const EntityName name) {
   using namespace korva::api;
   Document* document = nullptr;
   korva::db::Record* record = recordOf(name, &document);
-  return record && document->highlighted().contains(record->handle());
+  return record && document && document->highlighted().contains(record->handle());
 }

@@ -1,6 +1,7 @@
 #include "database.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 #include "value_text.h"
 
@@ -35,8 +36,22 @@ std::string_view BlockDefinition::name() const {
   return begin ? begin->find(2).value_or(std::string_view()) : std::string_view();
 }
 
-Database::Database() = default;
-Database::~Database() = default;
+namespace {
+std::unordered_map<uint64_t, Database*>& liveDatabases() {
+  static std::unordered_map<uint64_t, Database*> databases;
+  return databases;
+}
+uint64_t nextSerial = 1;
+}  // namespace
+
+Database::Database() : serial_(nextSerial++) { liveDatabases()[serial_] = this; }
+
+Database::~Database() { liveDatabases().erase(serial_); }
+
+Database* Database::bySerial(uint64_t serial) {
+  auto found = liveDatabases().find(serial);
+  return found == liveDatabases().end() ? nullptr : found->second;
+}
 
 Record* Database::allocate() {
   if (chunks_.empty() || usedInChunk_ == kChunkSize) {

@@ -55,6 +55,12 @@ class Database {
  public:
   Database();
   ~Database();
+
+  // Tells databases apart in entity names and object ids; never reused while the
+  // program runs.
+  uint64_t serial() const { return serial_; }
+  // The live database with this serial, or null.
+  static Database* bySerial(uint64_t serial);
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
 
@@ -126,6 +132,7 @@ class Database {
   static void giveUnwrittenHandle(Record& record, Handle handle);
 
  private:
+  uint64_t serial_;
   std::string source_;  // the file's text; records read from it point into it
   std::vector<std::unique_ptr<Record[]>> chunks_;
   size_t usedInChunk_ = 0;

@@ -3,7 +3,6 @@
 #include <string>
 
 #include "api/system_variables.h"
-#include "api/variable_source.h"
 #include "document_fixture.h"
 #include "qx_memory.h"
 #include "qx_units.h"
@@ -126,7 +125,6 @@ TEST_F(SystemVariables, SessionAndProfileVariablesOutliveTheDrawing) {
 }
 
 TEST_F(SystemVariables, UnitFormattingFollowsTheDrawing) {
-  korva::api::installDrawingVariableSource();
   wchar_t text[64];
   // A new drawing suppresses trailing zeros (DIMZIN 8).
   ASSERT_EQ(qxdbRToS(2.5, -1, -1, text), RTNORM);
@@ -139,7 +137,6 @@ TEST_F(SystemVariables, UnitFormattingFollowsTheDrawing) {
   ASSERT_EQ(qxedSetVar(L"LUPREC", &one), RTNORM);
   ASSERT_EQ(qxdbRToS(2.25, -1, -1, text), RTNORM);
   EXPECT_STREQ(text, L"2.3");
-  korva::api::setVariableSource(nullptr);  // back to the defaults
 }
 
 TEST(SystemVariableTable, EveryEntryIsConsistent) {
