@@ -1,0 +1,155 @@
+#include "object_groups.h"
+
+#include <algorithm>
+
+#include "api/utf8.h"
+#include "db/value_text.h"
+#include "dxf/text_encoding.h"
+
+namespace korva::api {
+
+namespace {
+
+// Index range [first, end) of a subclass's part of the groups; the whole list without one.
+std::pair<size_t, size_t> partOf(const std::vector<db::OwnedGroup>& groups, std::string_view subclass) {
+  size_t first = 0;
+  size_t end = groups.size();
+  auto xdata = std::find_if(groups.begin(), groups.end(),
+                            [](const db::OwnedGroup& group) { return group.code == 1001; });
+  end = static_cast<size_t>(xdata - groups.begin());
+  if (subclass.empty()) return {first, end};
+  for (size_t i = 0; i < end; ++i) {
+    if (groups[i].code == 100 && groups[i].value == subclass) {
+      first = i + 1;
+      size_t next = first;
+      while (next < end && groups[next].code != 100) ++next;
+      return {first, next};
+    }
+  }
+  return {end, end};
+}
+
+void setGroups(db::Record& record, const std::vector<db::OwnedGroup>& values,
+               std::string_view subclass) {
+  std::vector<db::OwnedGroup> groups = record.ownedGroups();
+  auto [first, end] = partOf(groups, subclass);
+  if (!subclass.empty() && first == end && (end == groups.size() || groups[end].code == 1001)) {
+    // The marker is missing: add it before the extended data.
+    bool hasMarker = std::any_of(groups.begin(), groups.end(), [&](const db::OwnedGroup& group) {
+      return group.code == 100 && group.value == subclass;
+    });
+    if (!hasMarker) {
+      groups.insert(groups.begin() + static_cast<long>(end), {100, std::string(subclass)});
+      first = end = end + 1;
+    }
+  }
+  for (const db::OwnedGroup& value : values) {
+    auto found = std::find_if(groups.begin() + static_cast<long>(first),
+                              groups.begin() + static_cast<long>(end),
+                              [&](const db::OwnedGroup& group) { return group.code == value.code; });
+    if (found != groups.begin() + static_cast<long>(end)) {
+      found->value = value.value;
+    } else {
+      groups.insert(groups.begin() + static_cast<long>(end), value);
+      ++end;
+    }
+  }
+  record.assign(std::move(groups));
+}
+
+}  // namespace
+
+std::optional<std::string_view> groupText(const db::Record& record, int code,
+                                          std::string_view subclass, int occurrence) {
+  bool inPart = subclass.empty();
+  for (const db::Group& group : record.groups()) {
+    if (group.code == 1001) break;
+    if (group.code == 100 && !subclass.empty()) {
+      inPart = group.value == subclass;
+      continue;
+    }
+    if (inPart && group.code == code && occurrence-- == 0) return group.value;
+  }
+  return std::nullopt;
+}
+
+double groupReal(const db::Record& record, int code, double fallback, std::string_view subclass,
+                 int occurrence) {
+  std::optional<std::string_view> text = groupText(record, code, subclass, occurrence);
+  return text ? db::parseReal(*text).value_or(fallback) : fallback;
+}
+
+long long groupInteger(const db::Record& record, int code, long long fallback,
+                       std::string_view subclass, int occurrence) {
+  std::optional<std::string_view> text = groupText(record, code, subclass, occurrence);
+  return text ? db::parseInteger(*text).value_or(fallback) : fallback;
+}
+
+bool groupPoint(const db::Record& record, int code, double point[3], std::string_view subclass,
+                int occurrence) {
+  // Y and Z are the groups right behind the occurrence's X.
+  bool inPart = subclass.empty();
+  std::vector<db::Group> groups = record.groupList();
+  for (size_t i = 0; i < groups.size(); ++i) {
+    const db::Group& group = groups[i];
+    if (group.code == 1001) break;
+    if (group.code == 100 && !subclass.empty()) {
+      inPart = group.value == subclass;
+      continue;
+    }
+    if (!inPart || group.code != code || occurrence-- != 0) continue;
+    point[0] = db::parseReal(group.value).value_or(0);
+    point[1] = point[2] = 0;
+    for (int axis = 1; axis < 3 && i + axis < groups.size(); ++axis) {
+      if (groups[i + axis].code != code + 10 * axis) break;
+      point[axis] = db::parseReal(groups[i + axis].value).value_or(0);
+    }
+    return true;
+  }
+  point[0] = point[1] = point[2] = 0;
+  return false;
+}
+
+void setGroupText(db::Record& record, int code, std::string_view text, std::string_view subclass) {
+  setGroups(record, {{code, std::string(text)}}, subclass);
+}
+
+void setGroupReal(db::Record& record, int code, double value, std::string_view subclass) {
+  setGroups(record, {{code, db::formatReal(value)}}, subclass);
+}
+
+void setGroupInteger(db::Record& record, int code, long long value, std::string_view subclass) {
+  setGroups(record, {{code, std::to_string(value)}}, subclass);
+}
+
+void setGroupPoint(db::Record& record, int code, const double point[3], std::string_view subclass,
+                   bool withZ) {
+  std::vector<db::OwnedGroup> values = {{code, db::formatReal(point[0])},
+                                        {code + 10, db::formatReal(point[1])}};
+  if (withZ) values.push_back({code + 20, db::formatReal(point[2])});
+  setGroups(record, values, subclass);
+}
+
+void removeGroups(db::Record& record, int code, std::string_view subclass) {
+  std::vector<db::OwnedGroup> groups = record.ownedGroups();
+  auto [first, end] = partOf(groups, subclass);
+  groups.erase(std::remove_if(groups.begin() + static_cast<long>(first),
+                              groups.begin() + static_cast<long>(end),
+                              [code](const db::OwnedGroup& group) { return group.code == code; }),
+               groups.begin() + static_cast<long>(end));
+  record.assign(std::move(groups));
+}
+
+std::wstring wideText(const db::Database* database, std::string_view text) {
+  if (!database || database->hasUtf8Text()) return fromUtf8(text);
+  dxf::TextEncoding encoding(false, database->codePage());
+  return fromUtf8(encoding.toUtf8(text));
+}
+
+std::string drawingText(const db::Database* database, std::wstring_view text) {
+  if (!database || database->hasUtf8Text()) return toUtf8(text);
+  dxf::TextEncoding encoding(false, database->codePage());
+  return encoding.fromUtf8(toUtf8(text));
+}
+
+}  // namespace korva::api

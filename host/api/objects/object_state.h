@@ -1,0 +1,49 @@
+// What stands behind an object of the object layer: its record and how it is open.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "db/database.h"
+#include "qx_db_core.h"
+
+struct QxDbObjectState {
+  korva::db::Database* database = nullptr;  // null while the object is new
+  korva::db::Record* record = nullptr;      // in the database, or ownRecord
+  std::unique_ptr<korva::db::Record> ownRecord;
+  std::string ownType;  // a new object's record type, kept alive for its record
+  int mode = QxDb::kForWrite;
+  bool open = false;  // opened from a database and not yet closed
+
+  static QxDbObjectState* of(const QxDbObject* object) { return object->state_; }
+};
+
+namespace korva::api {
+
+// Makes a new, unbound object of the class registered for a record type.
+using ObjectMaker = QxDbObject* (*)();
+void registerObjectClass(std::string_view dxfType, ObjectMaker make);
+// Registers a class at load time: `static ObjectClassRegistration line("LINE", make);`.
+struct ObjectClassRegistration {
+  ObjectClassRegistration(std::string_view dxfType, ObjectMaker make) {
+    registerObjectClass(dxfType, make);
+  }
+};
+
+// The object id of a record of a database.
+QxDbObjectId idOf(const db::Database& database, const db::Record& record);
+// The record an id names, and its database; null when there is none.
+db::Record* recordOf(QxDbObjectId id, db::Database** database = nullptr);
+
+// Puts a new object's record into the database: the record becomes the database's and
+// the object stays open for write on it.
+void bindNewObject(QxDbObject& object, db::Database& database, db::Record& record);
+
+// The record of an object, for the classes' own members.
+inline db::Record& recordOf(const QxDbObject& object) { return *QxDbObjectState::of(&object)->record; }
+inline db::Database* databaseOf(const QxDbObject& object) {
+  return QxDbObjectState::of(&object)->database;
+}
+
+}  // namespace korva::api
