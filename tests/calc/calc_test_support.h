@@ -1,0 +1,41 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "expr_exceptions.h"
+#include "math_expression.h"
+
+// An engine dressed as the calculator command dresses it, with two variables besides.
+struct TestEngine {
+  MathExpression expression;
+  double* x;
+  double* y;
+
+  TestEngine() {
+    expression.defineConst(L"pi", 3.14159265359);
+    expression.defineConst(L"e", 2.718281828459045);
+    x = expression.defineVar(L"x");
+    y = expression.defineVar(L"y");
+  }
+
+  double valueOf(const std::wstring& text) {
+    expression.compile(text);
+    return expression.evaluate();
+  }
+
+  // The fault of a text that must not compile; code 99 marks one that compiled.
+  SExprParsingExcepData faultOf(const std::wstring& text) {
+    try {
+      expression.compile(text);
+    } catch (const ParseError& error) {
+      return error.data();
+    }
+    return {99, 0, L"compiled", 0, 0, {}};
+  }
+};
+
+inline std::string narrow(const std::wstring& text) {
+  return std::string(text.begin(), text.end());
+}
