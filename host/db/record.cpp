@@ -100,6 +100,7 @@ void Record::assign(std::vector<OwnedGroup> groups) {
 }
 
 bool Record::setValue(int code, std::string_view value) {
+  if (!owned_ && !find(code)) return false;  // nothing changes: the record keeps its text
   materialize();
   for (OwnedGroup& group : *owned_) {
     if (group.code == code) {

@@ -2,12 +2,14 @@
 
 #include <array>
 #include <cstdio>
+#include <cstring>
 #include <fstream>
 #include <iterator>
 
 #include "binary_format.h"
 #include "db/group_code.h"
 #include "db/text_lines.h"
+#include "db/value_text.h"
 
 namespace korva::dxf {
 
@@ -21,16 +23,19 @@ constexpr int kMaxGroupCode = 1071;
 constexpr size_t kMaxListedWarnings = 200;
 
 // Which characters a value of each type may hold; checked on every value, so a table.
-enum CharSet : uint8_t { kReal = 1, kInteger = 2, kHex = 4 };
+// kDigit and kHexDigit mark the characters that make a value more than blanks and signs.
+enum CharSet : uint8_t { kReal = 1, kInteger = 2, kHex = 4, kDigit = 8, kHexDigit = 16 };
 
 constexpr std::array<uint8_t, 256> makeCharSets() {
   std::array<uint8_t, 256> sets{};
-  for (char c = '0'; c <= '9'; ++c) sets[static_cast<uint8_t>(c)] = kReal | kInteger | kHex;
+  for (char c = '0'; c <= '9'; ++c) {
+    sets[static_cast<uint8_t>(c)] = kReal | kInteger | kHex | kDigit | kHexDigit;
+  }
   for (char c : {'+', '-'}) sets[static_cast<uint8_t>(c)] = kReal | kInteger;
   for (char c : {' ', '\t'}) sets[static_cast<uint8_t>(c)] = kReal | kInteger | kHex;
   for (char c : {'.', 'e', 'E'}) sets[static_cast<uint8_t>(c)] |= kReal;
-  for (char c = 'A'; c <= 'F'; ++c) sets[static_cast<uint8_t>(c)] |= kHex;
-  for (char c = 'a'; c <= 'f'; ++c) sets[static_cast<uint8_t>(c)] |= kHex;
+  for (char c = 'A'; c <= 'F'; ++c) sets[static_cast<uint8_t>(c)] |= kHex | kHexDigit;
+  for (char c = 'a'; c <= 'f'; ++c) sets[static_cast<uint8_t>(c)] |= kHex | kHexDigit;
   return sets;
 }
 constexpr std::array<uint8_t, 256> kCharSets = makeCharSets();
@@ -57,13 +62,19 @@ const std::array<Check, kMaxGroupCode + 1> kChecks = makeChecks();
 
 bool valueFits(Check check, std::string_view value) {
   uint8_t wanted = check == Check::Real ? kReal : check == Check::Integer ? kInteger : kHex;
-  bool digit = false;
+  // No early exit: values almost always fit, and a loop without branches is faster.
+  uint8_t all = 0xFF;
+  uint8_t any = 0;
   for (char c : value) {
     uint8_t set = kCharSets[static_cast<uint8_t>(c)];
-    if (!(set & wanted)) return false;
-    digit |= (c >= '0' && c <= '9') || (check == Check::Hex && c != ' ' && c != '\t');
+    all &= set;
+    any |= set;
   }
-  return digit || (check == Check::Hex && value.empty());
+  if (!(all & wanted)) return false;
+  // The right characters in the wrong order ("1.5.0", "1-2") are not numbers either.
+  if (check == Check::Real) return db::parseReal(value).has_value();
+  if (check == Check::Integer) return db::parseInteger(value).has_value();
+  return (any & kHexDigit) || value.empty();
 }
 
 const char* describeCheck(Check check) {
@@ -83,6 +94,41 @@ std::string quoted(std::string_view text) {
     if (static_cast<unsigned char>(c) < 32) c = '?';
   }
   return "'" + shown + (text.size() > kShown ? "...'" : "'");
+}
+
+// The general way of reading a group code line; out of line, as it is seldom taken.
+[[gnu::noinline]] std::optional<int> readCodeLine(const char*& pos, const char* end,
+                                                  std::string_view& text) {
+  text = db::nextLine(pos, end);
+  return db::parseGroupCode(text);
+}
+
+// A line that can name a record type: letters, digits and a few marks.
+bool looksLikeType(std::string_view line) {
+  if (line.empty() || line.size() > 64) return false;
+  for (char c : line) {
+    bool fits = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ||
+                c == '_' || c == '$' || c == '*' || c == '-';
+    if (!fits) return false;
+  }
+  return true;
+}
+
+// After a broken code line the pairs may be out of step: go on at the next line pair
+// that starts a record, a 0 group with a type, counting the lines passed.
+const char* nextRecordStart(const char* pos, const char* end, size_t& line) {
+  while (pos < end) {
+    const char* candidate = pos;
+    const char* next = pos;
+    std::string_view codeText = db::nextLine(next, end);
+    if (db::parseGroupCode(codeText) == 0 && next < end) {
+      const char* after = next;
+      if (looksLikeType(db::nextLine(after, end))) return candidate;
+    }
+    pos = next;
+    ++line;
+  }
+  return end;
 }
 
 db::SectionKind sectionKindOf(std::string_view name) {
@@ -171,7 +217,17 @@ bool Loader::run() {
   if (!source.empty()) {
     size_t firstEnd = source.find('\n');
     db_.format().crlf = firstEnd != std::string::npos && firstEnd > 0 && source[firstEnd - 1] == '\r';
+    // Judged by the code line of the first SECTION: a leading 999 comment has three digits
+    // and tells nothing about padding.
     size_t firstCode = source.find_first_not_of("\xEF\xBB\xBF");
+    size_t section = source.find("SECTION");
+    if (section != std::string::npos && section >= 2) {
+      size_t codeEnd = source.rfind('\n', section - 1);
+      if (codeEnd != std::string::npos && codeEnd > 0) {
+        size_t codeStart = source.rfind('\n', codeEnd - 1);
+        firstCode = codeStart == std::string::npos ? firstCode : codeStart + 1;
+      }
+    }
     db_.format().paddedCodes = firstCode != std::string::npos && source[firstCode] == ' ';
   }
   db_.reserveIndex(source.size() / 150);
@@ -196,12 +252,33 @@ bool Loader::scanGroups() {
   const char* end = pos + source.size();
   size_t line = 1;
   const char* preambleEnd = nullptr;
+  // A UTF-8 byte order mark is no part of the first code; the preamble keeps it.
+  if (source.starts_with("\xEF\xBB\xBF")) pos += 3;
   while (pos < end) {
     const char* pairStart = pos;
     size_t codeLine = line;
-    std::string_view codeText = db::nextLine(pos, end);
+    std::string_view codeText;
+    std::optional<int> code;
+    // Most code lines are a few blanks and digits: read them in place. Anything else
+    // goes the general way.
+    const char* p = pos;
+    while (p < end && *p == ' ') ++p;
+    const char* digits = p;
+    int number = 0;
+    while (p < end && p - digits < 6 && static_cast<unsigned>(*p - '0') < 10) {
+      number = number * 10 + (*p - '0');
+      ++p;
+    }
+    const char* codeEnd = p;
+    if (p < end && *p == '\r') ++p;
+    if (p > digits && p < end && *p == '\n') {
+      codeText = std::string_view(pos, static_cast<size_t>(codeEnd - pos));
+      code = number;
+      pos = p + 1;
+    } else {
+      code = readCodeLine(pos, end, codeText);
+    }
     ++line;
-    std::optional<int> code = db::parseGroupCode(codeText);
     if (!code || *code < 0 || *code > kMaxGroupCode) {
       if (codeText.find_first_not_of(" \t\r\n\x1a") == std::string_view::npos &&
           std::string_view(pos, end - pos).find_first_not_of(" \t\r\n\x1a") == std::string_view::npos) {
@@ -220,7 +297,8 @@ bool Loader::scanGroups() {
       } else if (!active_) {
         result_.dropped.push_back({codeLine, message});
       }
-      continue;  // resynchronise on the next line
+      pos = nextRecordStart(pos, end, line);
+      continue;
     }
     if (pos >= end) {
       lastLine_ = codeLine;
@@ -252,6 +330,12 @@ bool Loader::scanGroups() {
       scan_.type = value;
       scan_.isSection = value == "SECTION";
       active_ = true;
+      if (std::memchr(value.data(), '\0', value.size())) {
+        std::string message = "record type expected, found a NUL byte";
+        if (!options_.recover) return fault(valueLine, message);
+        scan_.fault = message;
+        scan_.faultLine = valueLine;
+      }
       if (value == "EOF") {
         // Whatever follows the end marker is kept as it is.
         if (!finishRecord(pos)) return false;
@@ -265,6 +349,14 @@ bool Loader::scanGroups() {
     if (check != Check::None && !valueFits(check, value) && scan_.fault.empty()) {
       std::string message = std::string(describeCheck(check)) + " expected for group code " +
                             std::to_string(groupCode) + ", found " + quoted(value);
+      if (!options_.recover) return fault(valueLine, message);
+      scan_.fault = message;
+      scan_.faultLine = valueLine;
+    } else if (check == Check::None && std::memchr(value.data(), '\0', value.size()) &&
+               scan_.fault.empty()) {
+      // No DXF text holds a NUL, and a binary file could not write it back.
+      std::string message = "text expected for group code " + std::to_string(groupCode) +
+                            ", found a NUL byte";
       if (!options_.recover) return fault(valueLine, message);
       scan_.fault = message;
       scan_.faultLine = valueLine;

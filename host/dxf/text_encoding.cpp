@@ -130,7 +130,8 @@ std::string TextEncoding::toUtf8(std::string_view text) const {
   std::string decoded;
   if (utf8_) {
     decoded.assign(text);
-  } else {
+  } else if (!convert(charset_, "UTF-8", text, decoded)) {
+    // Whole text first: the pieces below can split a double-byte character.
     // Byte by byte where a character does not convert, so nothing is lost silently.
     std::string_view rest = text;
     while (!rest.empty()) {
@@ -153,8 +154,14 @@ std::string TextEncoding::toUtf8(std::string_view text) const {
   result.reserve(decoded.size());
   for (size_t i = 0; i < decoded.size();) {
     if (std::optional<uint32_t> codePoint = escapeAt(decoded, i)) {
-      appendUtf8(result, *codePoint);
       i += 7;
+      // Characters beyond 16 bits come as a surrogate pair of escapes.
+      std::optional<uint32_t> low = escapeAt(decoded, i);
+      if (*codePoint >= 0xD800 && *codePoint < 0xDC00 && low && *low >= 0xDC00 && *low < 0xE000) {
+        *codePoint = 0x10000 + ((*codePoint - 0xD800) << 10) + (*low - 0xDC00);
+        i += 7;
+      }
+      appendUtf8(result, *codePoint);
     } else {
       result += decoded[i++];
     }
@@ -176,8 +183,15 @@ std::string TextEncoding::fromUtf8(std::string_view text) const {
     size_t length = std::min(sequenceLength(lead), text.size() - i);
     std::string_view sequence = text.substr(i, length);
     if (!convert("UTF-8", charset_, sequence, result)) {
-      char escape[16];
-      std::snprintf(escape, sizeof escape, "\\U+%04X", decodeUtf8(sequence));
+      char escape[32];
+      uint32_t codePoint = decodeUtf8(sequence);
+      if (codePoint >= 0x10000 && codePoint <= 0x10FFFF) {
+        codePoint -= 0x10000;
+        std::snprintf(escape, sizeof escape, "\\U+%04X\\U+%04X", 0xD800 + (codePoint >> 10),
+                      0xDC00 + (codePoint & 0x3FF));
+      } else {
+        std::snprintf(escape, sizeof escape, "\\U+%04X", codePoint);
+      }
       result += escape;
     }
     i += length;

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <ctime>
@@ -42,7 +43,7 @@ class Writer {
   const db::Database& db_;
   bool binary_;
   bool oneByteCodes_;
-  const char* eol_;
+  std::string_view eol_;
   bool padded_;
   bool canCopy_;  // records read in this form can be copied as they were read
   std::string out_;
@@ -53,13 +54,27 @@ void Writer::group(int code, std::string_view value) {
     if (code != 999) appendBinaryGroup(out_, code, value, oneByteCodes_);
     return;
   }
+  // A file cut off after a value lacks the last line end; what is added goes on a new line.
+  if (!out_.empty() && out_.back() != '\n') {
+    // A copied record may end without its line end, or with half of one.
+    if (out_.back() == '\r') out_.pop_back();
+    out_.append(eol_);
+  }
+  // By hand rather than snprintf: this runs for every group of every changed record.
   char buffer[16];
-  int length = padded_ ? std::snprintf(buffer, sizeof buffer, "%3d", code)
-                       : std::snprintf(buffer, sizeof buffer, "%d", code);
-  out_.append(buffer, static_cast<size_t>(length));
-  out_ += eol_;
-  out_ += value;
-  out_ += eol_;
+  char* end = buffer + sizeof buffer;
+  char* digits = end;
+  unsigned magnitude = code < 0 ? 0u - static_cast<unsigned>(code) : static_cast<unsigned>(code);
+  do {
+    *--digits = static_cast<char>('0' + magnitude % 10);
+    magnitude /= 10;
+  } while (magnitude != 0);
+  if (code < 0) *--digits = '-';
+  while (padded_ && end - digits < 3) *--digits = ' ';
+  out_.append(digits, static_cast<size_t>(end - digits));
+  out_.append(eol_);
+  out_.append(value);
+  out_.append(eol_);
 }
 
 void Writer::record(const Record* record) {
@@ -80,11 +95,36 @@ void Writer::marker(const Record* record, std::string_view type) {
   }
 }
 
+// The largest handle the file will carry. Handles given on load to records that had
+// none (R12 table heads) are not written, so they don't call for a new $HANDSEED.
+db::Handle largestWrittenHandle(const db::Database& database) {
+  db::Handle largest = db::kNoHandle;
+  auto take = [&largest](const Record* record) {
+    if (record && !record->isErased() && !record->hasFlag(Record::kHandleNotInFile)) {
+      largest = std::max(largest, record->handle());
+    }
+  };
+  for (const db::Section& section : database.sections()) {
+    for (const Record* each : section.records) take(each);
+    for (const db::Table& table : section.tables) {
+      take(table.head);
+      for (const Record* entry : table.entries) take(entry);
+    }
+    for (const db::BlockDefinition& block : section.blocks) {
+      take(block.begin);
+      for (const Record* entity : block.entities) take(entity);
+      take(block.end);
+    }
+  }
+  return largest;
+}
+
 std::vector<db::OwnedGroup> Writer::headerUpdates() const {
   std::vector<db::OwnedGroup> updates;
   std::string seed = db::formatHandle(db_.handleSeed());
   std::optional<std::string_view> fileSeed = db_.headerValue("$HANDSEED", 5);
-  if (fileSeed && db::parseHandle(*fileSeed) != db_.handleSeed()) {
+  std::optional<db::Handle> fileSeedValue = fileSeed ? db::parseHandle(*fileSeed) : std::nullopt;
+  if (fileSeed && (!fileSeedValue || *fileSeedValue <= largestWrittenHandle(db_))) {
     updates.push_back({9, "$HANDSEED"});
     updates.push_back({5, seed});
   }
