@@ -60,6 +60,24 @@ std::array<Check, kMaxGroupCode + 1> makeChecks() {
 }
 const std::array<Check, kMaxGroupCode + 1> kChecks = makeChecks();
 
+// "-12.5", "3", ".5": how nearly every real is written; checked without a full parse.
+bool isPlainDecimal(std::string_view value) {
+  size_t i = !value.empty() && value[0] == '-' ? 1 : 0;
+  size_t digits = 0;
+  size_t points = 0;
+  for (; i < value.size(); ++i) {
+    char c = value[i];
+    if (c >= '0' && c <= '9') {
+      ++digits;
+    } else if (c == '.' && points == 0) {
+      ++points;
+    } else {
+      return false;
+    }
+  }
+  return digits > 0;
+}
+
 bool valueFits(Check check, std::string_view value) {
   uint8_t wanted = check == Check::Real ? kReal : check == Check::Integer ? kInteger : kHex;
   // No early exit: values almost always fit, and a loop without branches is faster.
@@ -72,7 +90,7 @@ bool valueFits(Check check, std::string_view value) {
   }
   if (!(all & wanted)) return false;
   // The right characters in the wrong order ("1.5.0", "1-2") are not numbers either.
-  if (check == Check::Real) return db::parseReal(value).has_value();
+  if (check == Check::Real) return isPlainDecimal(value) || db::parseReal(value).has_value();
   if (check == Check::Integer) return db::parseInteger(value).has_value();
   return (any & kHexDigit) || value.empty();
 }

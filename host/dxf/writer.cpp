@@ -165,7 +165,9 @@ void Writer::header(const Record* variables) {
 }
 
 std::string Writer::run() {
-  out_.reserve(db_.sourceBuffer().size() + 4096);
+  // Records made in memory have no source text to size the output by; a few hundred
+  // bytes each is what entities take.
+  out_.reserve(db_.sourceBuffer().size() + db_.recordCount() * (db_.isModified() ? 256 : 0) + 4096);
   if (binary_) {
     out_.append(kBinarySentinel);
   } else {
