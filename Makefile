@@ -8,7 +8,9 @@ CMAKE_FLAGS ?=
 PACKAGES := g++ cmake ninja-build ccache pkg-config python3 python3-ezdxf \
   libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev \
   clang libclang-rt-14-dev libdxflib-dev libmuparser-dev \
-  libtinyxml2-dev libopencc-dev libfreetype-dev fonts-dejavu-core
+  libtinyxml2-dev libopencc-dev libfreetype-dev fonts-dejavu-core \
+  libocct-foundation-dev libocct-modeling-data-dev libocct-modeling-algorithms-dev \
+  libocct-visualization-dev libtbb-dev
 
 .PHONY: deps configure build test demo bench fuzz clean
 

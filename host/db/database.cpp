@@ -138,10 +138,24 @@ Table* Database::table(std::string_view name) {
 Record* Database::tableEntry(std::string_view tableName, std::string_view entryName) {
   Table* found = table(tableName);
   if (!found) return nullptr;
+  std::string key(entryName);
+  for (char& c : key) c = upper(c);
+  auto& names = tableNames_[found];
+  auto isMatch = [&](Record* entry) {
+    return !entry->isErased() && sameName(entry->find(2).value_or(""), entryName);
+  };
+  if (auto hit = names.find(key); hit != names.end() && isMatch(hit->second)) return hit->second;
+  // A miss or a stale entry: index the table as it is now.
+  names.clear();
+  Record* match = nullptr;
   for (Record* entry : found->entries) {
-    if (!entry->isErased() && sameName(entry->find(2).value_or(""), entryName)) return entry;
+    if (entry->isErased()) continue;
+    std::string name(entry->find(2).value_or(""));
+    for (char& c : name) c = upper(c);
+    names.emplace(name, entry);
+    if (!match && name == key) match = entry;
   }
-  return nullptr;
+  return match;
 }
 
 BlockDefinition* Database::block(std::string_view name) {

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -82,6 +83,8 @@ class Database {
 
   // ---- Tables and blocks (names compared without regard to case)
   Table* table(std::string_view name);
+  // Looked up through an index by name that is checked on every hit and rebuilt on a
+  // miss, so renamed, erased and added records are always found as they are now.
   Record* tableEntry(std::string_view tableName, std::string_view entryName);
   BlockDefinition* block(std::string_view name);
   // The records of ENTITIES: model space and the active paper-space layout.
@@ -142,6 +145,8 @@ class Database {
   std::string trailer_;
   Record* eof_ = nullptr;
   HandleIndex index_;
+  // Per table: upper-cased entry name to record.
+  std::unordered_map<const Table*, std::unordered_map<std::string, Record*>> tableNames_;
   Handle handleSeed_ = 1;
   FileFormat format_;
   bool modified_ = false;

@@ -6,7 +6,9 @@
 
 namespace korva::dxf {
 
-inline constexpr std::string_view kBinarySentinel{"AutoCAD Binary DXF\r\n\x1a\0", 22};
+// The 22 bytes every binary DXF file starts with, as the format fixes them.
+inline constexpr std::string_view kBinarySentinel{
+    "\x41\x75\x74\x6F\x43\x41\x44\x20\x42\x69\x6E\x61\x72\x79\x20\x44\x58\x46\x0D\x0A\x1A\x00", 22};
 
 inline bool isBinaryDxf(std::string_view data) { return data.starts_with(kBinarySentinel); }
 

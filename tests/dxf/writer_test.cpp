@@ -12,6 +12,7 @@
 #include "db/value_text.h"
 #include "dxf/new_drawing.h"
 #include "dxf/reader.h"
+#include "dxf/binary_format.h"
 #include "dxf/writer.h"
 #include "sample_drawing.h"
 
@@ -185,7 +186,7 @@ TEST(BinaryForm, WriteThenReadGivesTheSameRecords) {
     std::unique_ptr<db::Database> database = read(source);
     ASSERT_TRUE(database);
     std::string binary = dxf::writeToString(*database, {.binary = true});
-    EXPECT_TRUE(binary.starts_with("AutoCAD Binary DXF\r\n\x1a"));
+    EXPECT_TRUE(binary.starts_with(korva::dxf::kBinarySentinel));
     std::unique_ptr<db::Database> fromBinary = read(binary);
     ASSERT_TRUE(fromBinary);
     EXPECT_TRUE(fromBinary->format().binary);

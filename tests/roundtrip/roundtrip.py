@@ -25,7 +25,10 @@ except ImportError as error:  # the test is skipped, not failed, without ezdxf
     sys.exit(77)
 
 VERSIONS = ["R12", "R2000", "R2004", "R2007", "R2010", "R2013", "R2018"]
-DUMMY_ACIS = ["400 26 1 0", "16Autodesk AutoCAD 19 ASM 223.0.1.1930 NT 24 Mon Jan 01 00:00:00 2024",
+# The 22 bytes every binary DXF file starts with.
+BINARY_SENTINEL = bytes.fromhex("4175746f4341442042696e617279204458460d0a1a00")
+
+DUMMY_ACIS = ["400 26 1 0", "16korva test model 19 ASM 223.0.1.1930 NT 24 Mon Jan 01 00:00:00 2024",
               "1 9.9999999999999995e-07 1e-10", "body $-1 -1 $-1 $1 $-1 $-1 #", "End-of-ACIS-data"]
 
 
@@ -238,7 +241,7 @@ def run_korva(korva, *arguments):
 
 
 def is_binary(data):
-    return data.startswith(b"AutoCAD Binary DXF\r\n\x1a\x00")
+    return data[:22] == BINARY_SENTINEL
 
 
 def encoding_of(tags):

@@ -85,6 +85,21 @@ std::map<std::string, ObjectMaker, std::less<>>& makers() {
   return table;
 }
 
+std::multimap<std::string, ObjectChooser, std::less<>>& choosers() {
+  static std::multimap<std::string, ObjectChooser, std::less<>> table;
+  return table;
+}
+
+// The class a record of this type opens as: a chooser's, the registered one, or null.
+QxDbObject* makeFor(const Record& record) {
+  auto [first, last] = choosers().equal_range(record.type());
+  for (auto each = first; each != last; ++each) {
+    if (QxDbObject* made = each->second(record)) return made;
+  }
+  auto found = makers().find(record.type());
+  return found != makers().end() ? found->second() : nullptr;
+}
+
 void track(const Record* record, int mode, int change) {
   OpenCount& count = openRecords()[record];
   (mode == QxDb::kForWrite ? count.writers : count.readers) += change;
@@ -119,6 +134,21 @@ void registerObjectClass(std::string_view dxfType, ObjectMaker make) {
   makers().emplace(std::string(dxfType), make);
 }
 
+void registerObjectChooser(std::string_view dxfType, ObjectChooser choose) {
+  choosers().emplace(std::string(dxfType), choose);
+}
+
+QxDbObject* newObjectLike(std::string_view dxfType, std::vector<db::OwnedGroup> groups) {
+  Record probe(dxfType, groups);
+  QxDbObject* made = makeFor(probe);
+  if (!made) made = makers().at("*ENTITY")();
+  QxDbObjectState* state = QxDbObjectState::of(made);
+  state->ownType = std::string(dxfType);
+  state->ownRecord = std::make_unique<Record>(state->ownType, std::move(groups));
+  state->record = state->ownRecord.get();
+  return made;
+}
+
 QxDbObjectId idOf(const Database& database, const Record& record) {
   return QxDbObjectId::fromParts(database.serial(), record.handle());
 }
@@ -144,15 +174,8 @@ void bindNewObject(QxDbObject& object, Database& database, Record& record) {
 // Opens an object over a record: the class registered for its type, or the nearest
 // general class.
 Qxad::ErrorStatus openObject(QxDbObject*& object, Database& database, Record& record, int mode) {
-  auto found = makers().find(record.type());
-  QxDbObject* made = nullptr;
-  if (found != makers().end()) {
-    made = found->second();
-  } else if (isEntityRecord(database, record)) {
-    made = makers().at("*ENTITY")();
-  } else {
-    made = makers().at("*OBJECT")();
-  }
+  QxDbObject* made = makeFor(record);
+  if (!made) made = makers().at(isEntityRecord(database, record) ? "*ENTITY" : "*OBJECT")();
   QxDbObjectState* state = QxDbObjectState::of(made);
   state->ownRecord.reset();
   state->database = &database;

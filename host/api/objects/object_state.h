@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "db/database.h"
 #include "qx_db_core.h"
@@ -30,6 +31,21 @@ struct ObjectClassRegistration {
     registerObjectClass(dxfType, make);
   }
 };
+
+// Kinds whose class depends on the record's groups (DIMENSION by its type bits,
+// POLYLINE by its flags): a chooser returns a new, unbound object, or null to leave the
+// record to the next chooser and finally to the class registered for the type.
+using ObjectChooser = QxDbObject* (*)(const db::Record& record);
+void registerObjectChooser(std::string_view dxfType, ObjectChooser choose);
+struct ObjectChooserRegistration {
+  ObjectChooserRegistration(std::string_view dxfType, ObjectChooser choose) {
+    registerObjectChooser(dxfType, choose);
+  }
+};
+
+// A new object of the class the record would open as, owning a copy of the record's
+// type and groups (not its handle): what explode hands to its caller.
+QxDbObject* newObjectLike(std::string_view dxfType, std::vector<db::OwnedGroup> groups);
 
 // The object id of a record of a database.
 QxDbObjectId idOf(const db::Database& database, const db::Record& record);

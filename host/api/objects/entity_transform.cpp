@@ -1,0 +1,419 @@
+#include "entity_transform.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "db/value_text.h"
+
+namespace korva::api {
+
+namespace {
+
+using geom::Affine3;
+using geom::Vec3;
+using Groups = std::vector<db::OwnedGroup>;
+
+constexpr double kDegree = std::numbers::pi / 180;
+constexpr double kTwoPi = 2 * std::numbers::pi;
+
+double number(const db::OwnedGroup& group) {
+  return db::parseReal(group.value).value_or(0);
+}
+
+db::OwnedGroup* find(Groups& groups, int code, int occurrence = 0) {
+  for (db::OwnedGroup& group : groups) {
+    if (group.code == 1001) break;
+    if (group.code == code && occurrence-- == 0) return &group;
+  }
+  return nullptr;
+}
+
+double real(Groups& groups, int code, double fallback) {
+  db::OwnedGroup* group = find(groups, code);
+  return group ? number(*group) : fallback;
+}
+
+// Sets a value, adding the group before the extended data when it is missing.
+void put(Groups& groups, int code, std::string value) {
+  if (db::OwnedGroup* group = find(groups, code)) {
+    group->value = std::move(value);
+    return;
+  }
+  auto end = std::find_if(groups.begin(), groups.end(),
+                          [](const db::OwnedGroup& g) { return g.code == 1001; });
+  groups.insert(end, {code, std::move(value)});
+}
+
+void putReal(Groups& groups, int code, double value) {
+  put(groups, code, db::formatReal(value));
+}
+
+// The point whose X group is the occurrence-th with this code.
+bool readPoint(Groups& groups, int code, Vec3& point, int occurrence = 0, double z = 0) {
+  for (size_t i = 0; i < groups.size(); ++i) {
+    if (groups[i].code == 1001) break;
+    if (groups[i].code != code || occurrence-- != 0) continue;
+    point = {number(groups[i]), 0, z};
+    if (i + 1 < groups.size() && groups[i + 1].code == code + 10) point.y = number(groups[i + 1]);
+    if (i + 2 < groups.size() && groups[i + 2].code == code + 20) point.z = number(groups[i + 2]);
+    return true;
+  }
+  return false;
+}
+
+void writePoint(Groups& groups, int code, Vec3 point, int occurrence = 0, bool withZ = true) {
+  for (size_t i = 0; i < groups.size(); ++i) {
+    if (groups[i].code == 1001) break;
+    if (groups[i].code != code || occurrence-- != 0) continue;
+    groups[i].value = db::formatReal(point.x);
+    if (i + 1 < groups.size() && groups[i + 1].code == code + 10)
+      groups[i + 1].value = db::formatReal(point.y);
+    if (i + 2 < groups.size() && groups[i + 2].code == code + 20) {
+      groups[i + 2].value = db::formatReal(point.z);
+    } else if (withZ && i + 1 < groups.size() && groups[i + 1].code == code + 10) {
+      groups.insert(groups.begin() + static_cast<long>(i) + 2,
+                    {code + 20, db::formatReal(point.z)});
+    }
+    return;
+  }
+  putReal(groups, code, point.x);
+  putReal(groups, code + 10, point.y);
+  if (withZ) putReal(groups, code + 20, point.z);
+}
+
+int countOf(Groups& groups, int code) {
+  int count = 0;
+  for (const db::OwnedGroup& group : groups) {
+    if (group.code == 1001) break;
+    if (group.code == code) ++count;
+  }
+  return count;
+}
+
+Vec3 extrusion(Groups& groups) {
+  Vec3 n{0, 0, 1};
+  readPoint(groups, 210, n, 0, 1);
+  return geom::length(n) > 0 ? geom::normalized(n) : Vec3{0, 0, 1};
+}
+
+void setExtrusion(Groups& groups, Vec3 n) {
+  n = geom::normalized(n);
+  if (find(groups, 210) || std::fabs(n.z - 1) > 1e-12) writePoint(groups, 210, n);
+}
+
+Vec3 rotatedX(double angle) {
+  return {std::cos(angle), std::sin(angle), 0};
+}
+double angleIn(const Affine3& worldToObject, Vec3 worldDirection) {
+  Vec3 d = worldToObject.vector(worldDirection);
+  return std::atan2(d.y, d.x);
+}
+
+double normalizedAngle(double angle) {
+  angle = std::fmod(angle, kTwoPi);
+  return angle < 0 ? angle + kTwoPi : angle;
+}
+
+// Points in the object system of one normal, moved to that of the mapped normal.
+struct PlaneMove {
+  Affine3 from, toInverse;
+  Vec3 newNormal;
+  PlaneMove(const Affine3& map, Vec3 normal) {
+    newNormal = geom::normalized(map.normal(normal));
+    from = geom::objectToWorld(normal);
+    toInverse = geom::objectToWorld(newNormal).inverse();
+  }
+  Vec3 point(const Affine3& map, Vec3 p) const { return toInverse.point(map.point(from.point(p))); }
+};
+
+void movePlanePoints(Groups& groups, const Affine3& map, const PlaneMove& move, int code) {
+  int count = countOf(groups, code);
+  for (int k = 0; k < count; ++k) {
+    Vec3 p;
+    readPoint(groups, code, p, k);
+    writePoint(groups, code, move.point(map, p), k);
+  }
+}
+
+void moveWorldPoints(Groups& groups, const Affine3& map, int code) {
+  int count = countOf(groups, code);
+  for (int k = 0; k < count; ++k) {
+    Vec3 p;
+    readPoint(groups, code, p, k);
+    writePoint(groups, code, map.point(p), k);
+  }
+}
+
+// Scale of lengths along the normal, for thickness.
+void scaleThickness(Groups& groups, const Affine3& map, Vec3 normal) {
+  if (db::OwnedGroup* thickness = find(groups, 39)) {
+    thickness->value = db::formatReal(number(*thickness) * geom::length(map.vector(normal)));
+  }
+}
+
+// An ellipse from center and conjugate semi-diameters a, b (point(t) = c + a cos t + b sin t).
+void writeEllipse(TransformedEntity& result, Groups& groups, Vec3 center, Vec3 a, Vec3 b,
+                  double start, double end) {
+  double denominator = geom::dot(a, a) - geom::dot(b, b);
+  double t0 = 0.5 * std::atan2(2 * geom::dot(a, b), denominator);
+  Vec3 major = a * std::cos(t0) + b * std::sin(t0);
+  Vec3 minor = a * -std::sin(t0) + b * std::cos(t0);
+  if (geom::length(minor) > geom::length(major)) {
+    t0 += std::numbers::pi / 2;
+    Vec3 swapped = minor;
+    minor = major * -1;
+    major = swapped;
+  }
+  Vec3 normal = geom::normalized(geom::cross(major, minor));
+  Groups out;
+  for (const db::OwnedGroup& group : groups) {
+    // The common entity groups stay; the curve's own part is written anew.
+    if (group.code == 100 && group.value != "AcDbEntity") break;
+    out.push_back(group);
+  }
+  out.push_back({100, "AcDbEllipse"});
+  result.type = "ELLIPSE";
+  result.groups = std::move(out);
+  writePoint(result.groups, 10, center);
+  writePoint(result.groups, 11, major);
+  writePoint(result.groups, 210, normal);
+  putReal(result.groups, 40, geom::length(minor) / geom::length(major));
+  bool full = std::fabs(end - start - kTwoPi) < 1e-12;
+  putReal(result.groups, 41, full ? 0 : normalizedAngle(start - t0));
+  putReal(result.groups, 42, full ? kTwoPi : normalizedAngle(end - t0));
+}
+
+bool circle(std::string_view type, Groups& groups, const Affine3& map, TransformedEntity& result) {
+  Vec3 normal = extrusion(groups);
+  Affine3 from = geom::objectToWorld(normal);
+  Vec3 center;
+  readPoint(groups, 10, center);
+  double radius = real(groups, 40, 0);
+  double start = type == "ARC" ? real(groups, 50, 0) * kDegree : 0;
+  double end = type == "ARC" ? real(groups, 51, 360) * kDegree : kTwoPi;
+  if (type == "ARC" && end <= start) end += kTwoPi;
+  Vec3 a = map.vector(from.vector({radius, 0, 0}));
+  Vec3 b = map.vector(from.vector({0, radius, 0}));
+  Vec3 c = map.point(from.point(center));
+  double la = geom::length(a), lb = geom::length(b);
+  bool round = std::fabs(la - lb) <= 1e-9 * la && std::fabs(geom::dot(a, b)) <= 1e-9 * la * lb;
+  if (!round) {
+    writeEllipse(result, groups, c, a, b, start, end);
+    return true;
+  }
+  Vec3 newNormal = geom::normalized(geom::cross(a, b));
+  Affine3 toInverse = geom::objectToWorld(newNormal).inverse();
+  writePoint(groups, 10, toInverse.point(c));
+  putReal(groups, 40, la);
+  scaleThickness(groups, map, normal);
+  if (type == "ARC") {
+    double shift = angleIn(toInverse, a);
+    putReal(groups, 50, normalizedAngle(start + shift) / kDegree);
+    putReal(groups, 51, normalizedAngle(end + shift) / kDegree);
+  }
+  setExtrusion(groups, newNormal);
+  result.type = std::string(type);
+  result.groups = std::move(groups);
+  return true;
+}
+
+bool ellipse(Groups& groups, const Affine3& map, TransformedEntity& result) {
+  Vec3 center, major;
+  readPoint(groups, 10, center);
+  readPoint(groups, 11, major);
+  Vec3 normal = extrusion(groups);
+  double ratio = real(groups, 40, 1);
+  Vec3 minor = geom::cross(normal, major) * ratio;
+  double start = real(groups, 41, 0), end = real(groups, 42, kTwoPi);
+  if (end <= start) end += kTwoPi;
+  writeEllipse(result, groups, map.point(center), map.vector(major), map.vector(minor), start, end);
+  // writeEllipse rebuilt the groups from the entity part: nothing else to carry.
+  return true;
+}
+
+bool lightPolyline(Groups& groups, const Affine3& map, double similarityScale, bool similar) {
+  Vec3 normal = extrusion(groups);
+  PlaneMove move(map, normal);
+  for (const db::OwnedGroup& group : groups) {
+    if (group.code == 42 && number(group) != 0 && !similar) return false;
+  }
+  double elevation = real(groups, 38, 0);
+  int count = countOf(groups, 10);
+  double newElevation = elevation;
+  for (int k = 0; k < count; ++k) {
+    Vec3 p;
+    readPoint(groups, 10, p, k);
+    p.z = elevation;
+    Vec3 q = move.point(map, p);
+    writePoint(groups, 10, {q.x, q.y, 0}, k, false);
+    newElevation = q.z;
+  }
+  if (newElevation != 0 || find(groups, 38)) putReal(groups, 38, newElevation);
+  for (db::OwnedGroup& group : groups) {
+    if (group.code == 1001) break;
+    if (group.code == 40 || group.code == 41 || group.code == 43) {
+      group.value = db::formatReal(number(group) * similarityScale);
+    }
+  }
+  scaleThickness(groups, map, normal);
+  setExtrusion(groups, move.newNormal);
+  return true;
+}
+
+// Texts: the baseline direction and the text's up direction, mapped, give the new
+// rotation, height, width factor and slant.
+void text(Groups& groups, const Affine3& map) {
+  Vec3 normal = extrusion(groups);
+  Affine3 from = geom::objectToWorld(normal);
+  double rotation = real(groups, 50, 0) * kDegree;
+  Vec3 along = map.vector(from.vector(rotatedX(rotation)));
+  Vec3 up = map.vector(from.vector(rotatedX(rotation + std::numbers::pi / 2)));
+  Vec3 newNormal = geom::normalized(geom::cross(along, up));
+  Affine3 toInverse = geom::objectToWorld(newNormal).inverse();
+  double stretch = geom::length(along);
+  Vec3 alongUnit = along * (1 / stretch);
+  double shear = geom::dot(up, alongUnit);
+  double rise = geom::length(up - alongUnit * shear);
+  double height = real(groups, 40, 1);
+  double widthFactor = real(groups, 41, 1);
+  double slant = std::tan(real(groups, 51, 0) * kDegree);
+  for (int code : {10, 11}) {
+    Vec3 p;
+    if (readPoint(groups, code, p))
+      writePoint(groups, code, toInverse.point(map.point(from.point(p))));
+  }
+  putReal(groups, 40, height * rise);
+  if (std::fabs(stretch / rise - 1) > 1e-12 || find(groups, 41))
+    putReal(groups, 41, widthFactor * stretch / rise);
+  double newSlant = (stretch * slant + shear) / rise;
+  if (std::fabs(newSlant) > 1e-12 || find(groups, 51))
+    putReal(groups, 51, std::atan(newSlant) / kDegree);
+  putReal(groups, 50, normalizedAngle(angleIn(toInverse, along)) / kDegree);
+  scaleThickness(groups, map, normal);
+  setExtrusion(groups, newNormal);
+}
+
+void paragraph(Groups& groups, const Affine3& map) {
+  Vec3 normal = extrusion(groups);
+  Affine3 from = geom::objectToWorld(normal);
+  Vec3 direction;
+  if (!readPoint(groups, 11, direction) || geom::length(direction) == 0) {
+    direction = from.vector(rotatedX(real(groups, 50, 0)));
+  }
+  Vec3 along = map.vector(geom::normalized(direction));
+  Vec3 up = map.vector(geom::cross(normal, geom::normalized(direction)));
+  Vec3 newNormal = geom::normalized(geom::cross(along, up));
+  double stretch = geom::length(along);
+  double rise = geom::length(up - geom::normalized(along) * geom::dot(up, geom::normalized(along)));
+  moveWorldPoints(groups, map, 10);
+  writePoint(groups, 11, geom::normalized(along));
+  if (find(groups, 50))
+    putReal(groups, 50, angleIn(geom::objectToWorld(newNormal).inverse(), along));
+  for (db::OwnedGroup& group : groups) {
+    if (group.code == 1001) break;
+    if (group.code == 40 || group.code == 43 || group.code == 46)
+      group.value = db::formatReal(number(group) * rise);
+    if (group.code == 41 || group.code == 42) group.value = db::formatReal(number(group) * stretch);
+  }
+  setExtrusion(groups, newNormal);
+}
+
+// A block reference stays one when the map keeps its axes perpendicular.
+bool insert(Groups& groups, const Affine3& map) {
+  Vec3 normal = extrusion(groups);
+  Affine3 from = geom::objectToWorld(normal);
+  double rotation = real(groups, 50, 0) * kDegree;
+  Vec3 scale{real(groups, 41, 1), real(groups, 42, 1), real(groups, 43, 1)};
+  Vec3 axes[3] = {map.vector(from.vector(rotatedX(rotation) * scale.x)),
+                  map.vector(from.vector(rotatedX(rotation + std::numbers::pi / 2) * scale.y)),
+                  map.vector(from.vector(Vec3{0, 0, scale.z}))};
+  double lengths[3] = {geom::length(axes[0]), geom::length(axes[1]), geom::length(axes[2])};
+  for (int i = 0; i < 3; ++i) {
+    for (int j = i + 1; j < 3; ++j) {
+      if (std::fabs(geom::dot(axes[i], axes[j])) > 1e-9 * lengths[i] * lengths[j]) return false;
+    }
+  }
+  // Keep the Z scale's sign in the normal and the X scale positive along the rotation.
+  Vec3 newNormal = geom::normalized(axes[2]) * (scale.z < 0 ? -1 : 1);
+  Affine3 toInverse = geom::objectToWorld(newNormal).inverse();
+  double newRotation = angleIn(toInverse, axes[0]);
+  Vec3 yInPlane = toInverse.vector(axes[1]);
+  Vec3 xInPlane = toInverse.vector(axes[0]);
+  double ySign = (xInPlane.x * yInPlane.y - xInPlane.y * yInPlane.x) >= 0 ? 1 : -1;
+  Vec3 position;
+  readPoint(groups, 10, position);
+  writePoint(groups, 10, toInverse.point(map.point(from.point(position))));
+  putReal(groups, 41, lengths[0]);
+  putReal(groups, 42, lengths[1] * ySign);
+  putReal(groups, 43, lengths[2] * (scale.z < 0 ? -1 : 1));
+  putReal(groups, 50, normalizedAngle(newRotation) / kDegree);
+  double similar = 0;
+  if (isSimilarity(map, similar)) {
+    for (int code : {44, 45}) {
+      if (find(groups, code)) putReal(groups, code, real(groups, code, 0) * similar);
+    }
+  }
+  setExtrusion(groups, newNormal);
+  return true;
+}
+
+}  // namespace
+
+bool isSimilarity(const Affine3& map, double& scale) {
+  Vec3 c[3];
+  for (int k = 0; k < 3; ++k) c[k] = {map.m[0][k], map.m[1][k], map.m[2][k]};
+  scale = geom::length(c[0]);
+  if (scale <= 0) return false;
+  double tolerance = 1e-9 * scale * scale;
+  for (int k = 0; k < 3; ++k) {
+    if (std::fabs(geom::dot(c[k], c[k]) - scale * scale) > tolerance) return false;
+    if (std::fabs(geom::dot(c[k], c[(k + 1) % 3])) > tolerance) return false;
+  }
+  return true;
+}
+
+bool transformEntity(std::string_view type, std::vector<db::OwnedGroup> groups, const Affine3& map,
+                     TransformedEntity& result) {
+  double scale = 1;
+  bool similar = isSimilarity(map, scale);
+  result.type = std::string(type);
+  if (type == "CIRCLE" || type == "ARC") return circle(type, groups, map, result);
+  if (type == "ELLIPSE") return ellipse(groups, map, result);
+  if (type == "LINE" || type == "POINT") {
+    Vec3 normal = extrusion(groups);
+    moveWorldPoints(groups, map, 10);
+    moveWorldPoints(groups, map, 11);
+    scaleThickness(groups, map, normal);
+    setExtrusion(groups, map.normal(normal));
+  } else if (type == "3DFACE") {
+    for (int code : {10, 11, 12, 13}) moveWorldPoints(groups, map, code);
+  } else if (type == "RAY" || type == "XLINE") {
+    moveWorldPoints(groups, map, 10);
+    Vec3 direction;
+    if (readPoint(groups, 11, direction))
+      writePoint(groups, 11, geom::normalized(map.vector(direction)));
+  } else if (type == "SOLID" || type == "TRACE") {
+    Vec3 normal = extrusion(groups);
+    PlaneMove move(map, normal);
+    for (int code : {10, 11, 12, 13}) movePlanePoints(groups, map, move, code);
+    scaleThickness(groups, map, normal);
+    setExtrusion(groups, move.newNormal);
+  } else if (type == "LWPOLYLINE") {
+    if (!lightPolyline(groups, map, scale, similar)) return false;
+  } else if (type == "TEXT" || type == "ATTDEF" || type == "ATTRIB") {
+    text(groups, map);
+  } else if (type == "MTEXT") {
+    paragraph(groups, map);
+  } else if (type == "INSERT") {
+    if (!insert(groups, map)) return false;
+  } else if (type == "SPLINE" && similar) {
+    for (int code : {10, 11}) moveWorldPoints(groups, map, code);
+  } else {
+    return false;
+  }
+  result.groups = std::move(groups);
+  return true;
+}
+
+}  // namespace korva::api
