@@ -358,20 +358,6 @@ void MemberTransformer::insert(Groups& groups) {
   setExtrusion(groups, newNormal);
 }
 
-// Uniform scale times a rotation or mirror: what keeps circles circles.
-bool similarity(const Affine3& map, double& scale) {
-  Vec3 c[3];
-  for (int k = 0; k < 3; ++k) c[k] = {map.m[0][k], map.m[1][k], map.m[2][k]};
-  scale = geom::length(c[0]);
-  if (scale <= 0) return false;
-  double tolerance = 1e-9 * scale * scale;
-  for (int k = 0; k < 3; ++k) {
-    if (std::fabs(geom::dot(c[k], c[k]) - scale * scale) > tolerance) return false;
-    if (std::fabs(geom::dot(c[k], c[(k + 1) % 3])) > tolerance) return false;
-  }
-  return true;
-}
-
 // Where each record sits in its container, for the records that follow it.
 std::unordered_map<db::Handle, std::span<db::Record* const>> followersOf(
     db::Database& database, const std::unordered_set<db::Handle>& wanted) {
@@ -401,7 +387,8 @@ int qxedXformSS(const SelectionSet set, const double matrix[4][4]) {
   if (!document) return RTERROR;
   korva::geom::Affine3 map;
   double scale = 1;
-  if (!korva::geom::Affine3::fromMatrix4(matrix, map) || !similarity(map, scale)) return RTERROR;
+  if (!korva::geom::Affine3::fromMatrix4(matrix, map) || !korva::geom::isSimilarity(map, scale))
+    return RTERROR;
   korva::db::Database& database = document->database();
   std::vector<korva::db::Record*> records;
   std::unordered_set<korva::db::Handle> complex;

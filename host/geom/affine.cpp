@@ -118,4 +118,17 @@ Affine3 objectToWorld(Vec3 extrusion) {
   return Affine3::fromAxes(x, y, z, {});
 }
 
+bool isSimilarity(const Affine3& map, double& scale) {
+  Vec3 c[3];
+  for (int k = 0; k < 3; ++k) c[k] = {map.m[0][k], map.m[1][k], map.m[2][k]};
+  scale = length(c[0]);
+  if (scale <= 0) return false;
+  double tolerance = 1e-9 * scale * scale;
+  for (int k = 0; k < 3; ++k) {
+    if (std::fabs(dot(c[k], c[k]) - scale * scale) > tolerance) return false;
+    if (std::fabs(dot(c[k], c[(k + 1) % 3])) > tolerance) return false;
+  }
+  return true;
+}
+
 }  // namespace korva::geom

@@ -36,4 +36,8 @@ Affine3 operator*(const Affine3& a, const Affine3& b);
 // object coordinates to world coordinates.
 Affine3 objectToWorld(Vec3 extrusion);
 
+// Uniform scale times a rotation or mirror: the maps that keep circles circles. scale
+// is the factor.
+bool isSimilarity(const Affine3& map, double& scale);
+
 }  // namespace korva::geom

@@ -349,7 +349,7 @@ bool insert(Groups& groups, const Affine3& map) {
   putReal(groups, 43, lengths[2] * (scale.z < 0 ? -1 : 1));
   putReal(groups, 50, normalizedAngle(newRotation) / kDegree);
   double similar = 0;
-  if (isSimilarity(map, similar)) {
+  if (geom::isSimilarity(map, similar)) {
     for (int code : {44, 45}) {
       if (find(groups, code)) putReal(groups, code, real(groups, code, 0) * similar);
     }
@@ -360,23 +360,10 @@ bool insert(Groups& groups, const Affine3& map) {
 
 }  // namespace
 
-bool isSimilarity(const Affine3& map, double& scale) {
-  Vec3 c[3];
-  for (int k = 0; k < 3; ++k) c[k] = {map.m[0][k], map.m[1][k], map.m[2][k]};
-  scale = geom::length(c[0]);
-  if (scale <= 0) return false;
-  double tolerance = 1e-9 * scale * scale;
-  for (int k = 0; k < 3; ++k) {
-    if (std::fabs(geom::dot(c[k], c[k]) - scale * scale) > tolerance) return false;
-    if (std::fabs(geom::dot(c[k], c[(k + 1) % 3])) > tolerance) return false;
-  }
-  return true;
-}
-
 bool transformEntity(std::string_view type, std::vector<db::OwnedGroup> groups, const Affine3& map,
                      TransformedEntity& result) {
   double scale = 1;
-  bool similar = isSimilarity(map, scale);
+  bool similar = geom::isSimilarity(map, scale);
   result.type = std::string(type);
   if (type == "CIRCLE" || type == "ARC") return circle(type, groups, map, result);
   if (type == "ELLIPSE") return ellipse(groups, map, result);

@@ -22,7 +22,4 @@ struct TransformedEntity {
 bool transformEntity(std::string_view type, std::vector<db::OwnedGroup> groups,
                      const geom::Affine3& map, TransformedEntity& result);
 
-// Whether a linear map is a rotation or mirror times one scale factor.
-bool isSimilarity(const geom::Affine3& map, double& scale);
-
 }  // namespace korva::api
