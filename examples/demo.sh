@@ -3,7 +3,7 @@
 set -euo pipefail
 korva=${1:-build/bin/korva}
 here=$(cd "$(dirname "$0")" && pwd)
-out=${DEMO_OUT:-$(dirname "$korva")/../demo}
+out=${DEMO_OUT:-$(cd "$(dirname "$korva")/.." && pwd)/demo}
 mkdir -p "$out"
 
 echo "== korva examples/site-plan.dxf -o $out/site-plan.dxf"
