@@ -6,18 +6,6 @@
 
 namespace korva::api {
 
-Vector3 operator+(const Vector3& a, const Vector3& b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
-Vector3 operator-(const Vector3& a, const Vector3& b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
-Vector3 operator*(const Vector3& a, double factor) { return {a.x * factor, a.y * factor, a.z * factor}; }
-double dot(const Vector3& a, const Vector3& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
-Vector3 cross(const Vector3& a, const Vector3& b) {
-  return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-}
-Vector3 normalized(const Vector3& a) {
-  double length = std::sqrt(dot(a, a));
-  return length > 0 ? a * (1.0 / length) : a;
-}
-
 Vector3 CoordinateSystem::toWorld(const Vector3& point) const {
   return origin + directionToWorld(point);
 }
@@ -38,11 +26,7 @@ CoordinateSystem objectSystem(const Vector3& extrusion) {
   CoordinateSystem system;
   Vector3 z = normalized(extrusion);
   if (dot(z, z) == 0) return system;
-  // DXF's arbitrary-axis rule: near the world Z use world Y, else world Z, to find X.
-  constexpr double kLimit = 1.0 / 64.0;
-  Vector3 x = (std::fabs(z.x) < kLimit && std::fabs(z.y) < kLimit) ? cross({0, 1, 0}, z)
-                                                                    : cross({0, 0, 1}, z);
-  x = normalized(x);
+  Vector3 x = geom::arbitraryXAxis(z);
   system.xAxis = x;
   system.yAxis = normalized(cross(z, x));
   system.zAxis = z;
@@ -50,10 +34,15 @@ CoordinateSystem objectSystem(const Vector3& extrusion) {
 }
 
 Vector3 headerPoint(const db::Database& database, std::string_view name, const Vector3& fallback) {
-  std::optional<std::string_view> x = database.headerValue(name, 10);
-  if (!x) return fallback;
-  return {db::parseReal(*x).value_or(0), db::parseReal(database.headerValue(name, 20).value_or("0")).value_or(0),
-          db::parseReal(database.headerValue(name, 30).value_or("0")).value_or(0)};
+  std::vector<db::Group> groups = database.headerVariable(name);
+  if (groups.empty()) return fallback;
+  double axes[3] = {0, 0, 0};
+  for (const db::Group& group : groups) {
+    if (group.code == 10 || group.code == 20 || group.code == 30) {
+      axes[group.code / 10 - 1] = db::parseReal(group.value).value_or(0);
+    }
+  }
+  return {axes[0], axes[1], axes[2]};
 }
 
 long long headerInteger(const db::Database& database, std::string_view name, long long fallback) {

@@ -3,19 +3,15 @@
 #pragma once
 
 #include "db/database.h"
+#include "geom/vec.h"
 
 namespace korva::api {
 
-struct Vector3 {
-  double x = 0, y = 0, z = 0;
-};
-
-Vector3 operator+(const Vector3& a, const Vector3& b);
-Vector3 operator-(const Vector3& a, const Vector3& b);
-Vector3 operator*(const Vector3& a, double factor);
-double dot(const Vector3& a, const Vector3& b);
-Vector3 cross(const Vector3& a, const Vector3& b);
-Vector3 normalized(const Vector3& a);
+// Vectors and their algebra are the geometry code's.
+using Vector3 = geom::Vec3;
+using geom::cross;
+using geom::dot;
+using geom::normalized;
 
 // An orthonormal system: its origin and axes in world coordinates.
 struct CoordinateSystem {
@@ -24,7 +20,7 @@ struct CoordinateSystem {
   Vector3 yAxis{0, 1, 0};
   Vector3 zAxis{0, 0, 1};
 
-  Vector3 toWorld(const Vector3& point) const;          // a position
+  Vector3 toWorld(const Vector3& point) const;  // a position
   Vector3 fromWorld(const Vector3& point) const;
   Vector3 directionToWorld(const Vector3& vector) const;  // a displacement
   Vector3 directionFromWorld(const Vector3& vector) const;

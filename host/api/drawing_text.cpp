@@ -12,13 +12,15 @@ namespace {
 
 // The encoding is looked up once per drawing: reading it means scanning the header,
 // which would cost more than the entity lists themselves.
-const dxf::TextEncoding& encodingOf(const Document& document) {
+const dxf::TextEncoding& encodingOf(const db::Database* database) {
+  static const dxf::TextEncoding utf8(true, "");
+  if (!database) return utf8;
   static std::unordered_map<uint64_t, std::unique_ptr<dxf::TextEncoding>> cache;
-  auto found = cache.find(document.serial());
+  auto found = cache.find(database->serial());
   if (found != cache.end()) return *found->second;
-  const db::Database& database = document.database();
-  auto encoding = std::make_unique<dxf::TextEncoding>(database.hasUtf8Text(), database.codePage());
-  return *cache.emplace(document.serial(), std::move(encoding)).first->second;
+  auto encoding =
+      std::make_unique<dxf::TextEncoding>(database->hasUtf8Text(), database->codePage());
+  return *cache.emplace(database->serial(), std::move(encoding)).first->second;
 }
 
 // Plain ASCII without backslashes reads the same in every encoding and needs no
@@ -39,17 +41,24 @@ bool isPlainAscii(std::string_view text) {
 
 }  // namespace
 
-std::string toDrawingText(const Document& document, std::wstring_view text) {
+std::string toDrawingText(const db::Database* database, std::wstring_view text) {
   if (isPlainAscii(text)) return std::string(text.begin(), text.end());
-  const dxf::TextEncoding& encoding = encodingOf(document);
+  const dxf::TextEncoding& encoding = encodingOf(database);
   std::string utf8 = toUtf8(text);
   return encoding.isUtf8() ? utf8 : encoding.fromUtf8(utf8);
 }
 
-std::wstring fromDrawingText(const Document& document, std::string_view text) {
+std::wstring fromDrawingText(const db::Database* database, std::string_view text) {
   if (isPlainAscii(text)) return std::wstring(text.begin(), text.end());
-  const dxf::TextEncoding& encoding = encodingOf(document);
-  return fromUtf8(encoding.toUtf8(text));
+  return fromUtf8(encodingOf(database).toUtf8(text));
+}
+
+std::string toDrawingText(const Document& document, std::wstring_view text) {
+  return toDrawingText(&document.database(), text);
+}
+
+std::wstring fromDrawingText(const Document& document, std::string_view text) {
+  return fromDrawingText(&document.database(), text);
 }
 
 }  // namespace korva::api

@@ -1,38 +1,32 @@
 #include "flat_values.h"
 
 #include "db/value_text.h"
+#include "record_view.h"
 
 namespace korva::api {
 
 std::vector<FlatValue> flatValues(const db::Record& record) {
+  // The record view joins the coordinates; this only types what it found.
+  RecordView view = viewOf(record);
   std::vector<FlatValue> values;
-  std::vector<db::Group> groups = record.groupList();
-  values.reserve(groups.size());
-  bool extended = false;
-  for (size_t i = 0; i < groups.size(); ++i) {
-    const db::Group& group = groups[i];
+  values.reserve(view.slots.size());
+  for (size_t index = 0; index < view.slots.size(); ++index) {
+    const Slot& slot = view.slots[index];
+    const db::Group& group = view.groups[slot.first];
     FlatValue value;
-    value.code = group.code;
-    value.kind = valueKindOfCode(group.code);
-    extended = extended || group.code == 1001;
-    value.extendedData = extended;
+    value.code = slot.code;
+    value.kind = valueKindOfCode(slot.code);
+    value.extendedData = index >= view.extendedStart;
     switch (value.kind) {
-      case ValueKind::Point3d: {
-        value.point[0] = db::parseReal(group.value).value_or(0.0);
-        value.dimension = 1;
-        // Y and Z follow X with codes 10 and 20 higher.
-        for (int axis = 1; axis < 3 && i + 1 < groups.size(); ++axis) {
-          if (groups[i + 1].code != group.code + 10 * axis) break;
-          value.point[axis] = db::parseReal(groups[++i].value).value_or(0.0);
-          value.dimension = axis + 1;
+      case ValueKind::Point3d:
+        for (int axis = 0; axis < slot.count; ++axis) {
+          value.point[axis] = db::parseReal(view.groups[slot.first + axis].value).value_or(0.0);
         }
-        if (value.dimension == 1) {
-          value.kind = ValueKind::Real;  // a lone X is just a number
-        } else if (value.dimension == 2) {
-          value.kind = ValueKind::Point2d;
-        }
+        value.dimension = slot.count;
+        // A lone X is just a number.
+        if (slot.count == 1) value.kind = ValueKind::Real;
+        if (slot.count == 2) value.kind = ValueKind::Point2d;
         break;
-      }
       case ValueKind::Real:
         value.point[0] = db::parseReal(group.value).value_or(0.0);
         break;

@@ -113,47 +113,81 @@ const std::vector<VariableDefinition> kVariables = [] {
     double minimum, maximum;
   };
   static const Dimension kDimensions[] = {
-      {"DIMADEC", Type::Short, 70, "0", 0, 8},     {"DIMALT", Type::Short, 70, "0", 0, 1},
-      {"DIMALTD", Type::Short, 70, "2", 0, 8},     {"DIMALTF", Type::Real, 40, "25.4", kNone, kNoneMax},
-      {"DIMALTRND", Type::Real, 40, "0.0", 0, kNoLimit}, {"DIMALTTD", Type::Short, 70, "2", 0, 8},
-      {"DIMALTTZ", Type::Short, 70, "0", 0, 15},   {"DIMALTU", Type::Short, 70, "2", 1, 8},
-      {"DIMALTZ", Type::Short, 70, "0", 0, 15},    {"DIMAPOST", Type::String, 1, "", kNone, kNoneMax},
-      {"DIMASZ", Type::Real, 40, "0.18", 0, kNoLimit}, {"DIMATFIT", Type::Short, 70, "3", 0, 3},
-      {"DIMAUNIT", Type::Short, 70, "0", 0, 4},    {"DIMAZIN", Type::Short, 70, "0", 0, 3},
-      {"DIMBLK", Type::String, 1, "", kNone, kNoneMax}, {"DIMBLK1", Type::String, 1, "", kNone, kNoneMax},
-      {"DIMBLK2", Type::String, 1, "", kNone, kNoneMax}, {"DIMCEN", Type::Real, 40, "0.09", kNone, kNoneMax},
-      {"DIMCLRD", Type::Short, 70, "0", 0, 256},   {"DIMCLRE", Type::Short, 70, "0", 0, 256},
-      {"DIMCLRT", Type::Short, 70, "0", 0, 256},   {"DIMDEC", Type::Short, 70, "4", 0, 8},
-      {"DIMDLE", Type::Real, 40, "0.0", 0, kNoLimit}, {"DIMDLI", Type::Real, 40, "0.38", 0, kNoLimit},
-      {"DIMDSEP", Type::Short, 70, "46", 0, 255},  {"DIMEXE", Type::Real, 40, "0.18", 0, kNoLimit},
-      {"DIMEXO", Type::Real, 40, "0.0625", 0, kNoLimit}, {"DIMFIT", Type::Short, 70, "3", 0, 5},
-      {"DIMFRAC", Type::Short, 70, "0", 0, 2},     {"DIMGAP", Type::Real, 40, "0.09", kNone, kNoneMax},
-      {"DIMJUST", Type::Short, 70, "0", 0, 4},     {"DIMKFRAC", Type::Short, 70, "0", 0, 2},
-      {"DIMLDRBLK", Type::String, 1, "", kNone, kNoneMax}, {"DIMLFAC", Type::Real, 40, "1.0", kNone, kNoneMax},
-      {"DIMLIM", Type::Short, 70, "0", 0, 1},      {"DIMLUNIT", Type::Short, 70, "2", 1, 6},
-      {"DIMLWD", Type::Short, 70, "-2", -3, 211},  {"DIMLWE", Type::Short, 70, "-2", -3, 211},
-      {"DIMPOST", Type::String, 1, "", kNone, kNoneMax}, {"DIMRND", Type::Real, 40, "0.0", 0, kNoLimit},
-      {"DIMSAH", Type::Short, 70, "0", 0, 1},      {"DIMSCALE", Type::Real, 40, "1.0", 0, kNoLimit},
-      {"DIMSD1", Type::Short, 70, "0", 0, 1},      {"DIMSD2", Type::Short, 70, "0", 0, 1},
-      {"DIMSE1", Type::Short, 70, "0", 0, 1},      {"DIMSE2", Type::Short, 70, "0", 0, 1},
-      {"DIMSOXD", Type::Short, 70, "0", 0, 1},     {"DIMTAD", Type::Short, 70, "0", 0, 4},
-      {"DIMTDEC", Type::Short, 70, "4", 0, 8},     {"DIMTFAC", Type::Real, 40, "1.0", 0, kNoLimit},
-      {"DIMTIH", Type::Short, 70, "1", 0, 1},      {"DIMTIX", Type::Short, 70, "0", 0, 1},
-      {"DIMTM", Type::Real, 40, "0.0", kNone, kNoneMax}, {"DIMTMOVE", Type::Short, 70, "0", 0, 2},
-      {"DIMTOFL", Type::Short, 70, "0", 0, 1},     {"DIMTOH", Type::Short, 70, "1", 0, 1},
-      {"DIMTOL", Type::Short, 70, "0", 0, 1},      {"DIMTOLJ", Type::Short, 70, "1", 0, 2},
-      {"DIMTP", Type::Real, 40, "0.0", kNone, kNoneMax}, {"DIMTSZ", Type::Real, 40, "0.0", 0, kNoLimit},
-      {"DIMTVP", Type::Real, 40, "0.0", kNone, kNoneMax}, {"DIMTXSTY", Type::String, 7, "Standard", kNone, kNoneMax},
-      {"DIMTXT", Type::Real, 40, "0.18", 0, kNoLimit}, {"DIMTZIN", Type::Short, 70, "0", 0, 15},
-      {"DIMUNIT", Type::Short, 70, "2", 1, 8},     {"DIMUPT", Type::Short, 70, "0", 0, 1},
+      {"DIMADEC", Type::Short, 70, "0", 0, 8},
+      {"DIMALT", Type::Short, 70, "0", 0, 1},
+      {"DIMALTD", Type::Short, 70, "2", 0, 8},
+      {"DIMALTF", Type::Real, 40, "25.4", kNone, kNoneMax},
+      {"DIMALTRND", Type::Real, 40, "0.0", 0, kNoLimit},
+      {"DIMALTTD", Type::Short, 70, "2", 0, 8},
+      {"DIMALTTZ", Type::Short, 70, "0", 0, 15},
+      {"DIMALTU", Type::Short, 70, "2", 1, 8},
+      {"DIMALTZ", Type::Short, 70, "0", 0, 15},
+      {"DIMAPOST", Type::String, 1, "", kNone, kNoneMax},
+      {"DIMASZ", Type::Real, 40, "0.18", 0, kNoLimit},
+      {"DIMATFIT", Type::Short, 70, "3", 0, 3},
+      {"DIMAUNIT", Type::Short, 70, "0", 0, 4},
+      {"DIMAZIN", Type::Short, 70, "0", 0, 3},
+      {"DIMBLK", Type::String, 1, "", kNone, kNoneMax},
+      {"DIMBLK1", Type::String, 1, "", kNone, kNoneMax},
+      {"DIMBLK2", Type::String, 1, "", kNone, kNoneMax},
+      {"DIMCEN", Type::Real, 40, "0.09", kNone, kNoneMax},
+      {"DIMCLRD", Type::Short, 70, "0", 0, 256},
+      {"DIMCLRE", Type::Short, 70, "0", 0, 256},
+      {"DIMCLRT", Type::Short, 70, "0", 0, 256},
+      {"DIMDEC", Type::Short, 70, "4", 0, 8},
+      {"DIMDLE", Type::Real, 40, "0.0", 0, kNoLimit},
+      {"DIMDLI", Type::Real, 40, "0.38", 0, kNoLimit},
+      {"DIMDSEP", Type::Short, 70, "46", 0, 255},
+      {"DIMEXE", Type::Real, 40, "0.18", 0, kNoLimit},
+      {"DIMEXO", Type::Real, 40, "0.0625", 0, kNoLimit},
+      {"DIMFIT", Type::Short, 70, "3", 0, 5},
+      {"DIMFRAC", Type::Short, 70, "0", 0, 2},
+      {"DIMGAP", Type::Real, 40, "0.09", kNone, kNoneMax},
+      {"DIMJUST", Type::Short, 70, "0", 0, 4},
+      {"DIMKFRAC", Type::Short, 70, "0", 0, 2},
+      {"DIMLDRBLK", Type::String, 1, "", kNone, kNoneMax},
+      {"DIMLFAC", Type::Real, 40, "1.0", kNone, kNoneMax},
+      {"DIMLIM", Type::Short, 70, "0", 0, 1},
+      {"DIMLUNIT", Type::Short, 70, "2", 1, 6},
+      {"DIMLWD", Type::Short, 70, "-2", -3, 211},
+      {"DIMLWE", Type::Short, 70, "-2", -3, 211},
+      {"DIMPOST", Type::String, 1, "", kNone, kNoneMax},
+      {"DIMRND", Type::Real, 40, "0.0", 0, kNoLimit},
+      {"DIMSAH", Type::Short, 70, "0", 0, 1},
+      {"DIMSCALE", Type::Real, 40, "1.0", 0, kNoLimit},
+      {"DIMSD1", Type::Short, 70, "0", 0, 1},
+      {"DIMSD2", Type::Short, 70, "0", 0, 1},
+      {"DIMSE1", Type::Short, 70, "0", 0, 1},
+      {"DIMSE2", Type::Short, 70, "0", 0, 1},
+      {"DIMSOXD", Type::Short, 70, "0", 0, 1},
+      {"DIMTAD", Type::Short, 70, "0", 0, 4},
+      {"DIMTDEC", Type::Short, 70, "4", 0, 8},
+      {"DIMTFAC", Type::Real, 40, "1.0", 0, kNoLimit},
+      {"DIMTIH", Type::Short, 70, "1", 0, 1},
+      {"DIMTIX", Type::Short, 70, "0", 0, 1},
+      {"DIMTM", Type::Real, 40, "0.0", kNone, kNoneMax},
+      {"DIMTMOVE", Type::Short, 70, "0", 0, 2},
+      {"DIMTOFL", Type::Short, 70, "0", 0, 1},
+      {"DIMTOH", Type::Short, 70, "1", 0, 1},
+      {"DIMTOL", Type::Short, 70, "0", 0, 1},
+      {"DIMTOLJ", Type::Short, 70, "1", 0, 2},
+      {"DIMTP", Type::Real, 40, "0.0", kNone, kNoneMax},
+      {"DIMTSZ", Type::Real, 40, "0.0", 0, kNoLimit},
+      {"DIMTVP", Type::Real, 40, "0.0", kNone, kNoneMax},
+      {"DIMTXSTY", Type::String, 7, "Standard", kNone, kNoneMax},
+      {"DIMTXT", Type::Real, 40, "0.18", 0, kNoLimit},
+      {"DIMTZIN", Type::Short, 70, "0", 0, 15},
+      {"DIMUNIT", Type::Short, 70, "2", 1, 8},
+      {"DIMUPT", Type::Short, 70, "0", 0, 1},
       {"DIMZIN", Type::Short, 70, "0", 0, 15},
   };
   for (const Dimension& each : kDimensions) {
     table.push_back({each.name, each.type, Store::Header, each.code, each.fallback, false,
                      each.minimum, each.maximum});
   }
-  std::sort(table.begin(), table.end(),
-            [](const VariableDefinition& a, const VariableDefinition& b) { return a.name < b.name; });
+  std::sort(
+      table.begin(), table.end(),
+      [](const VariableDefinition& a, const VariableDefinition& b) { return a.name < b.name; });
   return table;
 }();
 
@@ -181,10 +215,14 @@ VariableValue parseValue(Type type, std::string_view text) {
 
 std::string formatValue(const VariableValue& value) {
   switch (value.type) {
-    case Type::String: return value.text;
-    case Type::Short: return std::to_string(static_cast<long long>(value.number[0]));
-    case Type::Real: return db::formatReal(value.number[0]);
-    case Type::Point2: return db::formatReal(value.number[0]) + "," + db::formatReal(value.number[1]);
+    case Type::String:
+      return value.text;
+    case Type::Short:
+      return std::to_string(static_cast<long long>(value.number[0]));
+    case Type::Real:
+      return db::formatReal(value.number[0]);
+    case Type::Point2:
+      return db::formatReal(value.number[0]) + "," + db::formatReal(value.number[1]);
     case Type::Point3:
       return db::formatReal(value.number[0]) + "," + db::formatReal(value.number[1]) + "," +
              db::formatReal(value.number[2]);
@@ -192,7 +230,9 @@ std::string formatValue(const VariableValue& value) {
   return {};
 }
 
-int axisCount(Type type) { return type == Type::Point3 ? 3 : type == Type::Point2 ? 2 : 1; }
+int axisCount(Type type) {
+  return type == Type::Point3 ? 3 : type == Type::Point2 ? 2 : 1;
+}
 
 // Values from drawing groups: the code of the value, or of X, Y and Z of a point.
 std::optional<VariableValue> fromGroups(const VariableDefinition& definition,
@@ -219,7 +259,8 @@ std::optional<VariableValue> fromGroups(const VariableDefinition& definition,
   return value;
 }
 
-std::vector<db::OwnedGroup> toGroups(const VariableDefinition& definition, const VariableValue& value) {
+std::vector<db::OwnedGroup> toGroups(const VariableDefinition& definition,
+                                     const VariableValue& value) {
   if (definition.type == Type::String) return {{definition.code, value.text}};
   if (definition.type == Type::Short) {
     return {{definition.code, std::to_string(static_cast<long long>(value.number[0]))}};
@@ -233,20 +274,7 @@ std::vector<db::OwnedGroup> toGroups(const VariableDefinition& definition, const
 
 // The header's variable groups for one name.
 std::vector<db::Group> headerGroups(const db::Database& database, std::string_view name) {
-  std::vector<db::Group> groups;
-  const db::Record* header = database.header();
-  if (!header) return groups;
-  std::string dollar = "$" + std::string(name);
-  bool inVariable = false;
-  for (const db::Group& group : header->groups()) {
-    if (group.code == 9) {
-      if (inVariable) break;
-      inVariable = group.value == dollar;
-    } else if (inVariable) {
-      groups.push_back(group);
-    }
-  }
-  return groups;
+  return database.headerVariable("$" + std::string(name));
 }
 
 db::Record* activeViewport(db::Database& database) {
@@ -283,7 +311,8 @@ ProfileVariableStore*& profileStore() {
   return store;
 }
 
-std::optional<VariableValue> computed(const VariableDefinition& definition, const db::Database* database) {
+std::optional<VariableValue> computed(const VariableDefinition& definition,
+                                      const db::Database* database) {
   VariableValue value;
   value.type = definition.type;
   std::string_view name = definition.name;
@@ -313,7 +342,8 @@ std::optional<VariableValue> computed(const VariableDefinition& definition, cons
     auto now = std::chrono::system_clock::now();
     std::time_t seconds = std::chrono::system_clock::to_time_t(now);
     long long millis =
-        std::chrono::duration_cast<std::chrono::milliseconds>(now.time_since_epoch()).count() % 1000;
+        std::chrono::duration_cast<std::chrono::milliseconds>(now.time_since_epoch()).count() %
+        1000;
     std::tm local{};
     localtime_r(&seconds, &local);
     double date = (local.tm_year + 1900) * 10000.0 + (local.tm_mon + 1) * 100.0 + local.tm_mday;
@@ -344,12 +374,15 @@ bool nameExists(const db::Database* database, std::string_view table, std::strin
 
 }  // namespace
 
-const std::vector<VariableDefinition>& variableTable() { return kVariables; }
+const std::vector<VariableDefinition>& variableTable() {
+  return kVariables;
+}
 
 const VariableDefinition* findVariable(std::string_view name) {
   std::string key = upper(name);
-  auto found = std::lower_bound(kVariables.begin(), kVariables.end(), key,
-                                [](const VariableDefinition& a, const std::string& b) { return a.name < b; });
+  auto found = std::lower_bound(
+      kVariables.begin(), kVariables.end(), key,
+      [](const VariableDefinition& a, const std::string& b) { return a.name < b; });
   if (found == kVariables.end() || found->name != key) return nullptr;
   return &*found;
 }
@@ -419,7 +452,8 @@ SetResult setVariable(db::Database* database, std::string_view name, const Varia
   }
   std::string_view key = definition->name;
   if (key == "CLAYER" && !nameExists(database, "LAYER", value.text)) return SetResult::NoSuchName;
-  if (key == "TEXTSTYLE" && !nameExists(database, "STYLE", value.text)) return SetResult::NoSuchName;
+  if (key == "TEXTSTYLE" && !nameExists(database, "STYLE", value.text))
+    return SetResult::NoSuchName;
   if (key == "CELTYPE" && !nameExists(database, "LTYPE", value.text)) return SetResult::NoSuchName;
   if (key == "DIMTXSTY" && !nameExists(database, "STYLE", value.text)) return SetResult::NoSuchName;
   switch (definition->store) {
@@ -433,8 +467,9 @@ SetResult setVariable(db::Database* database, std::string_view name, const Varia
       std::vector<db::OwnedGroup> groups = viewport->ownedGroups();
       std::vector<db::OwnedGroup> replacement = toGroups(*definition, value);
       for (const db::OwnedGroup& each : replacement) {
-        auto found = std::find_if(groups.begin(), groups.end(),
-                                  [&](const db::OwnedGroup& group) { return group.code == each.code; });
+        auto found = std::find_if(groups.begin(), groups.end(), [&](const db::OwnedGroup& group) {
+          return group.code == each.code;
+        });
         if (found != groups.end()) {
           found->value = each.value;
         } else {
@@ -454,7 +489,9 @@ SetResult setVariable(db::Database* database, std::string_view name, const Varia
     case Store::Computed:
       if (key == "CECOLOR" && database) {
         std::string text = upper(value.text);
-        long long color = text == "BYLAYER" ? 256 : text == "BYBLOCK" ? 0 : db::parseInteger(text).value_or(-1);
+        long long color = text == "BYLAYER"   ? 256
+                          : text == "BYBLOCK" ? 0
+                                              : db::parseInteger(text).value_or(-1);
         if (color < 0 || color > 256) return SetResult::OutOfRange;
         database->setHeaderVariable("$CECOLOR", {{62, std::to_string(color)}});
         break;

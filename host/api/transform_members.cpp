@@ -9,6 +9,7 @@
 #include "db/value_text.h"
 #include "document.h"
 #include "geom/affine.h"
+#include "objects/entity_transform.h"
 #include "qx_selection.h"
 #include "selection_sets.h"
 
@@ -71,15 +72,6 @@ db::OwnedGroup* findGroup(Groups& groups, int code) {
     if (group.code == code) return &group;
   }
   return nullptr;
-}
-
-double realOf(Groups& groups, int code, double fallback) {
-  db::OwnedGroup* group = findGroup(groups, code);
-  return group ? number(*group) : fallback;
-}
-
-void setReal(Groups& groups, int code, double value) {
-  if (db::OwnedGroup* group = findGroup(groups, code)) group->value = db::formatReal(value);
 }
 
 // Sets a value, adding the group at the end of the entity's own groups when missing.
@@ -153,12 +145,7 @@ class MemberTransformer {
     return std::atan2(d.y, d.x);
   }
 
-  void curve(Groups& groups, std::string_view type);
-  void lightPolyline(Groups& groups);
   void polyline(Groups& groups, std::span<db::Record* const> followers);
-  void text(Groups& groups);
-  void paragraph(Groups& groups);
-  void insert(Groups& groups);
 
   Affine3 map_;
   double scale_;
@@ -166,98 +153,24 @@ class MemberTransformer {
 };
 
 void MemberTransformer::transform(db::Record& record, std::span<db::Record* const> followers) {
-  Groups groups = record.ownedGroups();
   std::string_view type = record.type();
-  if (type == "LINE" || type == "POINT" || type == "3DFACE") {
-    worldPoints(groups, 10);
-    if (type != "POINT") worldPoints(groups, 11);
-    if (type == "3DFACE") {
-      worldPoints(groups, 12);
-      worldPoints(groups, 13);
-    }
-    if (type != "3DFACE") setExtrusion(groups, map_.normal(extrusion(groups)));
-    scaleReals(groups, {39}, scale_);
-  } else if (type == "CIRCLE" || type == "ARC" || type == "SOLID" || type == "TRACE" ||
-             type == "ELLIPSE" || type == "SPLINE" || type == "RAY" || type == "XLINE") {
-    curve(groups, type);
-  } else if (type == "LWPOLYLINE") {
-    lightPolyline(groups);
-  } else if (type == "POLYLINE") {
+  if (type == "POLYLINE") {
+    Groups groups = record.ownedGroups();
     polyline(groups, followers);
-  } else if (type == "TEXT" || type == "ATTRIB" || type == "ATTDEF") {
-    text(groups);
-  } else if (type == "MTEXT") {
-    paragraph(groups);
-  } else if (type == "INSERT") {
-    insert(groups);
-    for (db::Record* follower : followers) {
-      if (follower->type() != "ATTRIB") break;
-      Groups attribute = follower->ownedGroups();
-      text(attribute);
-      follower->assign(std::move(attribute));
-    }
-  }
-  record.assign(std::move(groups));
-}
-
-void MemberTransformer::curve(Groups& groups, std::string_view type) {
-  if (type == "ELLIPSE" || type == "SPLINE") {
-    // World points; the parameters of an ellipse stay as they are under a similarity.
-    worldPoints(groups, 10);
-    if (type == "ELLIPSE") {
-      worldVectors(groups, 11, false);
-    } else {
-      worldPoints(groups, 11);
-      worldVectors(groups, 12, true);
-      worldVectors(groups, 13, true);
-      scaleReals(groups, {42, 43, 44}, scale_);
-    }
-    setExtrusion(groups, map_.normal(extrusion(groups)));
+    record.assign(std::move(groups));
     return;
   }
-  if (type == "RAY" || type == "XLINE") {
-    worldPoints(groups, 10);
-    worldVectors(groups, 11, true);
-    return;
-  }
-  // Circles, arcs, solids and traces live in their object system.
-  Vec3 normal = extrusion(groups);
-  Vec3 newNormal = map_.normal(normal);
-  Affine3 from = geom::objectToWorld(normal);
-  Affine3 toInverse = geom::objectToWorld(newNormal).inverse();
-  if (type == "ARC") {
-    // Angles follow the transformed ends; the mirror turned the normal over with them.
-    for (int code : {50, 51}) {
-      setReal(groups, code,
-              angleAfter(realOf(groups, code, 0) * kDegree, from, toInverse) / kDegree);
+  // The rest is the general entity transform; a similarity keeps every kind its kind.
+  TransformedEntity result;
+  if (transformEntity(type, record.ownedGroups(), map_, result))
+    record.assign(std::move(result.groups));
+  if (type != "INSERT") return;
+  for (db::Record* follower : followers) {
+    if (follower->type() != "ATTRIB") break;
+    if (transformEntity("ATTRIB", follower->ownedGroups(), map_, result)) {
+      follower->assign(std::move(result.groups));
     }
   }
-  for (int code : {10, 11, 12, 13}) {
-    if (code > 10 && (type == "CIRCLE" || type == "ARC")) break;
-    objectPoints(groups, code, from, toInverse);
-  }
-  scaleReals(groups, {39}, scale_);
-  if (type == "CIRCLE" || type == "ARC") scaleReals(groups, {40}, scale_);
-  setExtrusion(groups, newNormal);
-}
-
-void MemberTransformer::lightPolyline(Groups& groups) {
-  Vec3 normal = extrusion(groups);
-  Vec3 newNormal = map_.normal(normal);
-  Affine3 from = geom::objectToWorld(normal);
-  Affine3 toInverse = geom::objectToWorld(newNormal).inverse();
-  double elevation = realOf(groups, 38, 0);
-  double newElevation = elevation;
-  bool first = true;
-  for (const PointSlot& slot : pointSlots(groups, 10)) {
-    Vec3 p = toInverse.point(map_.point(from.point(readSlot(groups, slot, elevation))));
-    writeSlot(groups, {slot.x, slot.y, -1}, p);
-    if (first) newElevation = p.z;
-    first = false;
-  }
-  if (newElevation != 0 || findGroup(groups, 38)) putReal(groups, 38, newElevation);
-  scaleReals(groups, {39, 40, 41, 43}, scale_);
-  setExtrusion(groups, newNormal);
 }
 
 void MemberTransformer::polyline(Groups& groups, std::span<db::Record* const> followers) {
@@ -293,69 +206,6 @@ void MemberTransformer::polyline(Groups& groups, std::span<db::Record* const> fo
     scaleReals(groups, {39, 40, 41}, scale_);
     setExtrusion(groups, newNormal);
   }
-}
-
-void MemberTransformer::text(Groups& groups) {
-  // The text keeps reading along its transformed baseline; a mirror turns it upside
-  // down, as a mirror image of a text is.
-  Vec3 normal = extrusion(groups);
-  Vec3 newNormal = geom::normalized(map_.vector(normal));
-  Affine3 from = geom::objectToWorld(normal);
-  Affine3 toInverse = geom::objectToWorld(newNormal).inverse();
-  double rotation = realOf(groups, 50, 0) * kDegree;
-  double newRotation = angleAfter(rotation, from, toInverse);
-  objectPoints(groups, 10, from, toInverse);
-  objectPoints(groups, 11, from, toInverse);
-  if (findGroup(groups, 50) || std::fabs(newRotation) > 1e-15) {
-    putReal(groups, 50, std::fmod(newRotation / kDegree + 360, 360));
-  }
-  scaleReals(groups, {39, 40}, scale_);
-  if (mirrored_) {
-    long long flags =
-        db::parseInteger(findGroup(groups, 71) ? findGroup(groups, 71)->value : "0").value_or(0);
-    if (db::OwnedGroup* group = findGroup(groups, 71)) {
-      group->value = std::to_string(flags ^ 4);
-    } else {
-      groups.push_back({71, "4"});
-    }
-  }
-  setExtrusion(groups, newNormal);
-}
-
-void MemberTransformer::paragraph(Groups& groups) {
-  Vec3 normal = extrusion(groups);
-  Vec3 newNormal = map_.normal(normal);
-  Affine3 from = geom::objectToWorld(normal);
-  Affine3 toInverse = geom::objectToWorld(newNormal).inverse();
-  worldPoints(groups, 10);
-  if (!pointSlots(groups, 11).empty()) {
-    worldVectors(groups, 11, true);
-  }
-  if (findGroup(groups, 50)) {
-    setReal(groups, 50, angleAfter(realOf(groups, 50, 0), from, toInverse));
-  }
-  scaleReals(groups, {40, 41, 42, 43}, scale_);
-  setExtrusion(groups, newNormal);
-}
-
-void MemberTransformer::insert(Groups& groups) {
-  Vec3 normal = extrusion(groups);
-  Vec3 newNormal = geom::normalized(map_.vector(normal));
-  Affine3 from = geom::objectToWorld(normal);
-  Affine3 toInverse = geom::objectToWorld(newNormal).inverse();
-  double rotation = realOf(groups, 50, 0) * kDegree;
-  double newRotation = angleAfter(rotation, from, toInverse);
-  objectPoints(groups, 10, from, toInverse);
-  if (findGroup(groups, 50) || std::fabs(newRotation) > 1e-15) {
-    putReal(groups, 50, std::fmod(newRotation / kDegree + 360, 360));
-  }
-  double sx = realOf(groups, 41, 1), sy = realOf(groups, 42, 1), sz = realOf(groups, 43, 1);
-  // A mirror sends the block's Y axis the other way.
-  putReal(groups, 41, sx * scale_);
-  putReal(groups, 42, sy * scale_ * (mirrored_ ? -1 : 1));
-  putReal(groups, 43, sz * scale_);
-  scaleReals(groups, {44, 45}, scale_);
-  setExtrusion(groups, newNormal);
 }
 
 // Where each record sits in its container, for the records that follow it.

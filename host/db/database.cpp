@@ -10,7 +10,9 @@ namespace korva::db {
 namespace {
 constexpr size_t kChunkSize = 4096;
 
-char upper(char c) { return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c; }
+char upper(char c) {
+  return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c;
+}
 
 // The owner link goes after the handle, where DXF puts it.
 void ensureOwner(std::vector<OwnedGroup>& groups, Handle owner) {
@@ -44,9 +46,13 @@ std::unordered_map<uint64_t, Database*>& liveDatabases() {
 uint64_t nextSerial = 1;
 }  // namespace
 
-Database::Database() : serial_(nextSerial++) { liveDatabases()[serial_] = this; }
+Database::Database() : serial_(nextSerial++) {
+  liveDatabases()[serial_] = this;
+}
 
-Database::~Database() { liveDatabases().erase(serial_); }
+Database::~Database() {
+  liveDatabases().erase(serial_);
+}
 
 Database* Database::bySerial(uint64_t serial) {
   auto found = liveDatabases().find(serial);
@@ -81,17 +87,25 @@ Record* Database::header() const {
   return headerSection ? headerSection->header : nullptr;
 }
 
-std::optional<std::string_view> Database::headerValue(std::string_view name, int code) const {
+std::vector<Group> Database::headerVariable(std::string_view name) const {
+  std::vector<Group> values;
   Record* variables = header();
-  if (!variables) return std::nullopt;
+  if (!variables) return values;
   bool inVariable = false;
   for (const Group& group : variables->groups()) {
     if (group.code == 9) {
-      if (inVariable) return std::nullopt;
+      if (inVariable) break;
       inVariable = group.value == name;
-    } else if (inVariable && (code == 0 || group.code == code)) {
-      return group.value;
+    } else if (inVariable) {
+      values.push_back(group);
     }
+  }
+  return values;
+}
+
+std::optional<std::string_view> Database::headerValue(std::string_view name, int code) const {
+  for (const Group& group : headerVariable(name)) {
+    if (code == 0 || group.code == code) return group.value;
   }
   return std::nullopt;
 }
@@ -120,7 +134,9 @@ std::string Database::version() const {
   return std::string(headerValue("$ACADVER", 1).value_or("AC1009"));
 }
 
-bool Database::hasUtf8Text() const { return version() >= "AC1021"; }
+bool Database::hasUtf8Text() const {
+  return version() >= "AC1021";
+}
 
 std::string Database::codePage() const {
   return std::string(headerValue("$DWGCODEPAGE", 3).value_or("ANSI_1252"));

@@ -38,8 +38,8 @@ struct Section {
   std::string_view name;
   // 0 SECTION and 2 NAME; for sections without records (a thumbnail) all their groups.
   Record* begin = nullptr;
-  Record* end = nullptr;     // 0 ENDSEC; null when the file lacked it
-  Record* header = nullptr;  // HEADER: the variables, as one record of groups
+  Record* end = nullptr;         // 0 ENDSEC; null when the file lacked it
+  Record* header = nullptr;      // HEADER: the variables, as one record of groups
   std::vector<Record*> records;  // CLASSES, ENTITIES, OBJECTS and unknown sections
   std::vector<Table> tables;
   std::deque<BlockDefinition> blocks;  // deque: definitions keep their address as blocks are added
@@ -48,8 +48,8 @@ struct Section {
 // How the file was written, so that a save writes it the same way.
 struct FileFormat {
   bool binary = false;
-  bool crlf = false;             // line ends "\r\n"
-  bool paddedCodes = true;       // group codes right-aligned in three columns
+  bool crlf = false;        // line ends "\r\n"
+  bool paddedCodes = true;  // group codes right-aligned in three columns
 };
 
 class Database {
@@ -75,11 +75,13 @@ class Database {
   Record* header() const;
   // The value of a variable's group with the given code (the first group when code is 0).
   std::optional<std::string_view> headerValue(std::string_view name, int code = 0) const;
+  // All groups of a variable after its 9 group; empty when it is missing.
+  std::vector<Group> headerVariable(std::string_view name) const;
   // Sets a variable's values; adds the variable at the end when it is missing.
   void setHeaderVariable(std::string_view name, const std::vector<OwnedGroup>& values);
-  std::string version() const;  // $ACADVER, "AC1009" when missing
-  bool hasUtf8Text() const;     // AC1021 and later
-  std::string codePage() const; // $DWGCODEPAGE, "ANSI_1252" when missing
+  std::string version() const;   // $ACADVER, "AC1009" when missing
+  bool hasUtf8Text() const;      // AC1021 and later
+  std::string codePage() const;  // $DWGCODEPAGE, "ANSI_1252" when missing
 
   // ---- Tables and blocks (names compared without regard to case)
   Table* table(std::string_view name);
@@ -101,11 +103,13 @@ class Database {
   // A new record with a new handle; the handle group is written into its groups.
   Record* newRecord(std::string_view type, std::vector<OwnedGroup> groups);
   // Appends to ENTITIES, or to a block definition's entities.
-  Record* addEntity(std::vector<OwnedGroup> groups, std::string_view type, BlockDefinition* block = nullptr);
+  Record* addEntity(std::vector<OwnedGroup> groups, std::string_view type,
+                    BlockDefinition* block = nullptr);
   Record* addObject(std::string_view type, std::vector<OwnedGroup> groups);
   Record* addTableEntry(Table& table, std::string_view type, std::vector<OwnedGroup> groups);
   // BLOCK_RECORD, BLOCK and ENDBLK of a new, empty block definition.
-  BlockDefinition* addBlock(std::string_view name, double baseX = 0, double baseY = 0, double baseZ = 0);
+  BlockDefinition* addBlock(std::string_view name, double baseX = 0, double baseY = 0,
+                            double baseZ = 0);
   // Erased records stay until the drawing is saved, so that they can be brought back.
   void setErased(Record& record, bool erased);
   void recordChanged() { modified_ = true; }

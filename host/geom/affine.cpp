@@ -109,11 +109,7 @@ Affine3 operator*(const Affine3& a, const Affine3& b) {
 Affine3 objectToWorld(Vec3 extrusion) {
   Vec3 z = normalized(extrusion);
   if (dot(z, z) == 0) return {};
-  // Near the world Z the world Y axis gives X, elsewhere the world Z axis.
-  constexpr double kLimit = 1.0 / 64.0;
-  Vec3 x = (std::fabs(z.x) < kLimit && std::fabs(z.y) < kLimit) ? cross({0, 1, 0}, z)
-                                                                : cross({0, 0, 1}, z);
-  x = normalized(x);
+  Vec3 x = arbitraryXAxis(z);
   Vec3 y = normalized(cross(z, x));
   return Affine3::fromAxes(x, y, z, {});
 }

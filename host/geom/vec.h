@@ -55,6 +55,15 @@ inline Vec3 normalized(Vec3 a) {
   return l > 0 ? a * (1.0 / l) : a;
 }
 
+// DXF's arbitrary-axis rule: the object X axis of a unit normal. Near the world Z the
+// world Y axis gives X, elsewhere the world Z axis.
+inline Vec3 arbitraryXAxis(Vec3 normal) {
+  constexpr double kLimit = 1.0 / 64.0;
+  Vec3 helper = (std::fabs(normal.x) < kLimit && std::fabs(normal.y) < kLimit) ? Vec3{0, 1, 0}
+                                                                               : Vec3{0, 0, 1};
+  return normalized(cross(helper, normal));
+}
+
 // An axis-aligned box in the plane; empty until something is added.
 struct Box2 {
   Vec2 min{1e300, 1e300};

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "geom/vec.h"
 #include "qx_ge.h"
 
 QxGeTol QxGeContext::gTol;
@@ -83,11 +84,9 @@ QxGeVector3d& QxGeVector3d::normalize(const QxGeTol& tol) {
 }
 
 QxGeVector3d QxGeVector3d::perpVector() const {
-  // The arbitrary-axis rule: world Y for directions near Z, world Z otherwise.
-  constexpr double kLimit = 1.0 / 64.0;
   QxGeVector3d unit = normal();
-  QxGeVector3d helper = std::fabs(unit.x) < kLimit && std::fabs(unit.y) < kLimit ? kYAxis : kZAxis;
-  return helper.crossProduct(unit).normal();
+  korva::geom::Vec3 axis = korva::geom::arbitraryXAxis({unit.x, unit.y, unit.z});
+  return QxGeVector3d(axis.x, axis.y, axis.z);
 }
 
 bool QxGeVector3d::isEqualTo(const QxGeVector3d& other, const QxGeTol& tol) const {

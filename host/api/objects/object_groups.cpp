@@ -2,16 +2,15 @@
 
 #include <algorithm>
 
-#include "api/utf8.h"
 #include "db/value_text.h"
-#include "dxf/text_encoding.h"
 
 namespace korva::api {
 
 namespace {
 
 // Index range [first, end) of a subclass's part of the groups; the whole list without one.
-std::pair<size_t, size_t> partOf(const std::vector<db::OwnedGroup>& groups, std::string_view subclass) {
+std::pair<size_t, size_t> partOf(const std::vector<db::OwnedGroup>& groups,
+                                 std::string_view subclass) {
   size_t first = 0;
   size_t end = groups.size();
   auto xdata = std::find_if(groups.begin(), groups.end(),
@@ -44,9 +43,9 @@ void setGroups(db::Record& record, const std::vector<db::OwnedGroup>& values,
     }
   }
   for (const db::OwnedGroup& value : values) {
-    auto found = std::find_if(groups.begin() + static_cast<long>(first),
-                              groups.begin() + static_cast<long>(end),
-                              [&](const db::OwnedGroup& group) { return group.code == value.code; });
+    auto found = std::find_if(
+        groups.begin() + static_cast<long>(first), groups.begin() + static_cast<long>(end),
+        [&](const db::OwnedGroup& group) { return group.code == value.code; });
     if (found != groups.begin() + static_cast<long>(end)) {
       found->value = value.value;
     } else {
@@ -138,18 +137,6 @@ void removeGroups(db::Record& record, int code, std::string_view subclass) {
                               [code](const db::OwnedGroup& group) { return group.code == code; }),
                groups.begin() + static_cast<long>(end));
   record.assign(std::move(groups));
-}
-
-std::wstring wideText(const db::Database* database, std::string_view text) {
-  if (!database || database->hasUtf8Text()) return fromUtf8(text);
-  dxf::TextEncoding encoding(false, database->codePage());
-  return fromUtf8(encoding.toUtf8(text));
-}
-
-std::string drawingText(const db::Database* database, std::wstring_view text) {
-  if (!database || database->hasUtf8Text()) return toUtf8(text);
-  dxf::TextEncoding encoding(false, database->codePage());
-  return encoding.fromUtf8(toUtf8(text));
 }
 
 }  // namespace korva::api
