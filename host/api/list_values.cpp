@@ -14,13 +14,6 @@ namespace {
 
 constexpr char kHexDigits[] = "0123456789ABCDEF";
 
-int hexValue(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  return -1;
-}
-
 bool takeNode(const ResultBuffer& node, Document& document, ListItem& item) {
   item.code = node.type == RTDXF0 ? 0 : node.type;
   item.kind = valueKindOfCode(item.code);
@@ -204,8 +197,8 @@ void ListBuilder::addBinary(int code, std::string_view hex) {
     return;
   }
   for (size_t i = 0; i < length; ++i) {
-    int high = hexValue(hex[2 * i]);
-    int low = hexValue(hex[2 * i + 1]);
+    int high = db::hexDigitValue(hex[2 * i]);
+    int low = db::hexDigitValue(hex[2 * i + 1]);
     bytes[i] = static_cast<char>(((high < 0 ? 0 : high) << 4) | (low < 0 ? 0 : low));
   }
   node->value.rbinary.length = static_cast<int16_t>(length);

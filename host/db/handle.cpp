@@ -10,18 +10,9 @@ std::optional<Handle> parseHandle(std::string_view text) {
   if (begin == end || end - begin > 16) return std::nullopt;
   Handle value = 0;
   for (size_t i = begin; i < end; ++i) {
-    char c = text[i];
-    unsigned digit;
-    if (c >= '0' && c <= '9') {
-      digit = static_cast<unsigned>(c - '0');
-    } else if (c >= 'A' && c <= 'F') {
-      digit = static_cast<unsigned>(c - 'A' + 10);
-    } else if (c >= 'a' && c <= 'f') {
-      digit = static_cast<unsigned>(c - 'a' + 10);
-    } else {
-      return std::nullopt;
-    }
-    value = (value << 4) | digit;
+    int digit = hexDigitValue(text[i]);
+    if (digit < 0) return std::nullopt;
+    value = (value << 4) | static_cast<unsigned>(digit);
   }
   return value;
 }

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "db/group_code.h"
+#include "db/handle.h"
 #include "db/value_text.h"
 
 namespace korva::dxf {
@@ -22,13 +23,6 @@ void appendLittleEndian(std::string& out, T value) {
   char bytes[sizeof value];
   std::memcpy(bytes, &value, sizeof value);
   out.append(bytes, sizeof value);
-}
-
-int hexDigit(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  return -1;
 }
 
 }  // namespace
@@ -157,8 +151,8 @@ void appendBinaryGroup(std::string& out, int code, std::string_view value, bool 
     case db::ValueType::Binary: {
       std::string bytes;
       for (size_t i = 0; i + 1 < value.size(); i += 2) {
-        int high = hexDigit(value[i]);
-        int low = hexDigit(value[i + 1]);
+        int high = db::hexDigitValue(value[i]);
+        int low = db::hexDigitValue(value[i + 1]);
         if (high < 0 || low < 0) break;
         bytes += static_cast<char>(high * 16 + low);
       }

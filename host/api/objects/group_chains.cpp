@@ -1,5 +1,6 @@
 #include "group_chains.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "api/document.h"
@@ -13,11 +14,8 @@ namespace {
 
 constexpr char kHexDigits[] = "0123456789ABCDEF";
 
-int hexValue(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  return 0;
+int digitOf(char c) {
+  return std::max(0, db::hexDigitValue(c));
 }
 
 bool fill(ResultBuffer& node, const db::Database* database, const std::vector<db::Group>& groups,
@@ -60,8 +58,8 @@ bool fill(ResultBuffer& node, const db::Database* database, const std::vector<db
       node.value.rbinary.bytes = static_cast<char*>(qxad_malloc(length == 0 ? 1 : length));
       if (!node.value.rbinary.bytes) return false;
       for (size_t i = 0; i < length; ++i) {
-        node.value.rbinary.bytes[i] = static_cast<char>((hexValue(group.value[2 * i]) << 4) |
-                                                        hexValue(group.value[2 * i + 1]));
+        node.value.rbinary.bytes[i] =
+            static_cast<char>((digitOf(group.value[2 * i]) << 4) | digitOf(group.value[2 * i + 1]));
       }
       return true;
     }
