@@ -4,6 +4,7 @@
 
 #include <cctype>
 #include <cstdint>
+#include <map>
 #include <optional>
 
 namespace korva::dxf {
@@ -16,19 +17,25 @@ struct CodePageName {
 };
 
 constexpr CodePageName kCodePages[] = {
-    {"ANSI_874", "CP874"},   {"ANSI_932", "CP932"},     {"ANSI_936", "GBK"},
-    {"ANSI_949", "CP949"},   {"ANSI_950", "BIG5"},      {"ANSI_1250", "CP1250"},
-    {"ANSI_1251", "CP1251"}, {"ANSI_1252", "CP1252"},   {"ANSI_1253", "CP1253"},
-    {"ANSI_1254", "CP1254"}, {"ANSI_1255", "CP1255"},   {"ANSI_1256", "CP1256"},
-    {"ANSI_1257", "CP1257"}, {"ANSI_1258", "CP1258"},   {"DOS437", "CP437"},
-    {"DOS850", "CP850"},     {"DOS852", "CP852"},       {"DOS855", "CP855"},
-    {"DOS857", "CP857"},     {"DOS860", "CP860"},       {"DOS861", "CP861"},
-    {"DOS863", "CP863"},     {"DOS864", "CP864"},       {"DOS865", "CP865"},
-    {"DOS869", "CP869"},     {"DOS932", "CP932"},       {"MACINTOSH", "MACINTOSH"},
-    {"BIG5", "BIG5"},        {"KSC5601", "CP949"},      {"JOHAB", "JOHAB"},
-    {"DOS866", "CP866"},     {"GB2312", "GBK"},         {"ISO8859-1", "ISO-8859-1"},
-    {"ISO8859-2", "ISO-8859-2"}, {"ISO8859-5", "ISO-8859-5"}, {"ISO8859-7", "ISO-8859-7"},
-    {"UTF8", "UTF-8"},       {"UTF-8", "UTF-8"},
+    {"ANSI_874", "CP874"},       {"ANSI_932", "CP932"},
+    {"ANSI_936", "GBK"},         {"ANSI_949", "CP949"},
+    {"ANSI_950", "BIG5"},        {"ANSI_1250", "CP1250"},
+    {"ANSI_1251", "CP1251"},     {"ANSI_1252", "CP1252"},
+    {"ANSI_1253", "CP1253"},     {"ANSI_1254", "CP1254"},
+    {"ANSI_1255", "CP1255"},     {"ANSI_1256", "CP1256"},
+    {"ANSI_1257", "CP1257"},     {"ANSI_1258", "CP1258"},
+    {"DOS437", "CP437"},         {"DOS850", "CP850"},
+    {"DOS852", "CP852"},         {"DOS855", "CP855"},
+    {"DOS857", "CP857"},         {"DOS860", "CP860"},
+    {"DOS861", "CP861"},         {"DOS863", "CP863"},
+    {"DOS864", "CP864"},         {"DOS865", "CP865"},
+    {"DOS869", "CP869"},         {"DOS932", "CP932"},
+    {"MACINTOSH", "MACINTOSH"},  {"BIG5", "BIG5"},
+    {"KSC5601", "CP949"},        {"JOHAB", "JOHAB"},
+    {"DOS866", "CP866"},         {"GB2312", "GBK"},
+    {"ISO8859-1", "ISO-8859-1"}, {"ISO8859-2", "ISO-8859-2"},
+    {"ISO8859-5", "ISO-8859-5"}, {"ISO8859-7", "ISO-8859-7"},
+    {"UTF8", "UTF-8"},           {"UTF-8", "UTF-8"},
 };
 
 bool sameIgnoringCase(std::string_view a, std::string_view b) {
@@ -69,14 +76,19 @@ size_t sequenceLength(unsigned char lead) {
 }
 
 uint32_t decodeUtf8(std::string_view sequence) {
-  auto byte = [&](size_t i) { return static_cast<uint32_t>(static_cast<unsigned char>(sequence[i])); };
+  auto byte = [&](size_t i) {
+    return static_cast<uint32_t>(static_cast<unsigned char>(sequence[i]));
+  };
   switch (sequence.size()) {
-    case 2: return ((byte(0) & 0x1F) << 6) | (byte(1) & 0x3F);
-    case 3: return ((byte(0) & 0x0F) << 12) | ((byte(1) & 0x3F) << 6) | (byte(2) & 0x3F);
+    case 2:
+      return ((byte(0) & 0x1F) << 6) | (byte(1) & 0x3F);
+    case 3:
+      return ((byte(0) & 0x0F) << 12) | ((byte(1) & 0x3F) << 6) | (byte(2) & 0x3F);
     case 4:
       return ((byte(0) & 0x07) << 18) | ((byte(1) & 0x3F) << 12) | ((byte(2) & 0x3F) << 6) |
              (byte(3) & 0x3F);
-    default: return byte(0);
+    default:
+      return byte(0);
   }
 }
 
@@ -96,17 +108,26 @@ std::optional<uint32_t> escapeAt(std::string_view text, size_t i) {
 }
 
 // Converts one piece with iconv; false when a character does not fit.
+// Opening a converter costs far more than a short conversion, and text is converted a
+// character at a time where a code page lacks one: converters are kept per pair.
+iconv_t converterFor(const std::string& from, const std::string& to) {
+  static std::map<std::pair<std::string, std::string>, iconv_t> converters;
+  auto [found, added] = converters.try_emplace({from, to}, reinterpret_cast<iconv_t>(-1));
+  if (added) found->second = iconv_open(to.c_str(), from.c_str());
+  return found->second;
+}
+
 bool convert(const std::string& from, const std::string& to, std::string_view input,
              std::string& output) {
-  iconv_t converter = iconv_open(to.c_str(), from.c_str());
+  iconv_t converter = converterFor(from, to);
   if (converter == reinterpret_cast<iconv_t>(-1)) return false;
+  iconv(converter, nullptr, nullptr, nullptr, nullptr);  // a fresh shift state
   std::string buffer(input.size() * 4 + 8, '\0');
   char* in = const_cast<char*>(input.data());
   size_t inLeft = input.size();
   char* out = buffer.data();
   size_t outLeft = buffer.size();
   size_t status = iconv(converter, &in, &inLeft, &out, &outLeft);
-  iconv_close(converter);
   if (status == static_cast<size_t>(-1)) return false;
   output.append(buffer.data(), buffer.size() - outLeft);
   return true;
