@@ -7,7 +7,7 @@ out=${DEMO_OUT:-$(cd "$(dirname "$korva")/.." && pwd)/demo}
 mkdir -p "$out"
 
 echo "== korva examples/site-plan.dxf -o $out/site-plan.dxf"
-"$korva" "$here/site-plan.dxf" -o "$out/site-plan.dxf"
+"$korva" "$here/site-plan.dxf" --summary -o "$out/site-plan.dxf"
 if cmp -s "$here/site-plan.dxf" "$out/site-plan.dxf"; then
   echo "The saved drawing is byte for byte the drawing that was read."
 else
@@ -17,8 +17,8 @@ fi
 
 echo
 echo "== korva -o $out/new.dxf   (a new drawing made from nothing)"
-"$korva" -o "$out/new.dxf" | head -n 4
+"$korva" --summary -o "$out/new.dxf" | head -n 4
 echo
 echo "== korva $out/new.dxf --binary -o $out/new-binary.dxf"
 "$korva" "$out/new.dxf" --binary -q -o "$out/new-binary.dxf"
-"$korva" "$out/new-binary.dxf" | head -n 2
+"$korva" "$out/new-binary.dxf" --summary | head -n 2
