@@ -1,5 +1,7 @@
 #include "input/console.h"
 
+#include <unistd.h>
+
 #include <cstdio>
 #include <iostream>
 
@@ -34,6 +36,12 @@ std::wstring echoText(const Answer& answer) {
       return L"*Cancel*";
   }
   return {};
+}
+
+// Input typed at a terminal is already on the screen; piped input is echoed like a script.
+bool typedAtTerminal(const InputSource& source) {
+  static const bool terminal = ::isatty(STDIN_FILENO) != 0;
+  return source.isTerminal() && terminal;
 }
 
 bool isTransparentCall(const Answer& answer) {
@@ -94,7 +102,7 @@ std::optional<Answer> Console::readRaw(bool blanksAllowed, bool& fromTerminal, b
       --level;
       continue;
     }
-    fromTerminal = source.isTerminal();
+    fromTerminal = typedAtTerminal(source);
     scripted = source.isScriptedCommand();
     return answer;
   }
@@ -107,7 +115,7 @@ Answer Console::ask(std::wstring_view prompt, const AskOptions& options) {
       ++cancelCount_;
       return Answer::cancel();
     }
-    const bool terminalNext = sources_.back()->isTerminal();
+    const bool terminalNext = typedAtTerminal(*sources_.back());
     if (terminalNext) print(prompt);
     bool fromTerminal = false;
     bool scripted = false;
