@@ -1,17 +1,13 @@
-// qxedSSGet: sets made from the drawing without a prompt.
-#include <algorithm>
+// qxedSSGet: sets made from the drawing; the prompting modes are in selection_prompt*.
 #include <cwctype>
-#include <span>
 #include <string>
-#include <unordered_set>
 
-#include "coordinate_systems.h"
 #include "db/value_text.h"
 #include "document.h"
-#include "entity_outline.h"
-#include "geom/selection_region.h"
 #include "qx_selection.h"
 #include "selection_filter.h"
+#include "selection_prompt.h"
+#include "selection_scan.h"
 #include "selection_sets.h"
 
 namespace korva::api {
@@ -29,7 +25,7 @@ enum class Mode {
   WindowPolygon,
   CrossingPolygon,
   Fence,
-  Prompting,  // needs the command processor
+  Prompting,  // asks the user
   Unknown,
 };
 
@@ -55,65 +51,23 @@ Mode parseMode(const wchar_t* text) {
   return Mode::Unknown;
 }
 
-bool isSubEntity(std::string_view type) {
-  return type == "VERTEX" || type == "ATTRIB" || type == "SEQEND";
+RegionMethod regionMethod(Mode mode) {
+  switch (mode) {
+    case Mode::Window:
+      return RegionMethod::Window;
+    case Mode::Crossing:
+      return RegionMethod::Crossing;
+    case Mode::WindowPolygon:
+      return RegionMethod::WindowPolygon;
+    case Mode::CrossingPolygon:
+      return RegionMethod::CrossingPolygon;
+    default:
+      return RegionMethod::Fence;
+  }
 }
 
 bool startsWithIgnoringCase(std::string_view text, std::string_view prefix) {
   return text.size() >= prefix.size() && db::sameName(text.substr(0, prefix.size()), prefix);
-}
-
-// Whether a record lies in model space (67 absent or 0) or paper space (67 = 1).
-bool inPaperSpaceFlag(const db::Record& record) {
-  for (const db::Group& group : record.groups()) {
-    if (group.code == 67) return group.value.find('1') != std::string_view::npos;
-    if (group.code == 100 && group.value != "AcDbEntity") break;  // the flag comes before
-  }
-  return false;
-}
-
-// Layers whose entities can't be picked on screen.
-class LayerVisibility {
- public:
-  explicit LayerVisibility(db::Database& database) {
-    if (db::Table* layers = database.table("LAYER")) {
-      for (db::Record* layer : layers->entries) {
-        std::string name(layer->find(2).value_or(""));
-        for (char& c : name) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-        bool frozen = (db::parseInteger(layer->find(70).value_or("0")).value_or(0) & 1) != 0;
-        bool off = db::parseInteger(layer->find(62).value_or("7")).value_or(7) < 0;
-        if (frozen) frozen_.insert(name);
-        if (frozen || off) hidden_.insert(name);
-      }
-    }
-  }
-  bool frozen(const db::Record& record) const { return in(frozen_, record); }
-  bool hidden(const db::Record& record) const { return in(hidden_, record); }
-
- private:
-  static bool in(const std::unordered_set<std::string>& names, const db::Record& record) {
-    if (names.empty()) return false;
-    std::string name(record.find(8).value_or("0"));
-    for (char& c : name) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return names.count(name) != 0;
-  }
-  std::unordered_set<std::string> frozen_;
-  std::unordered_set<std::string> hidden_;
-};
-
-// Calls visit(record, followers) for each live main entity of the current space.
-template <typename Visit>
-void forEachInCurrentSpace(db::Database& database, Visit&& visit) {
-  std::vector<db::Record*>* records = database.entities();
-  if (!records) return;
-  bool paper = inPaperSpace(database);
-  std::span<db::Record* const> all(*records);
-  for (size_t i = 0; i < all.size(); ++i) {
-    const db::Record& record = *all[i];
-    if (record.isErased() || isSubEntity(record.type())) continue;
-    if (inPaperSpaceFlag(record) != paper) continue;
-    visit(record, all.subspan(i + 1));
-  }
 }
 
 std::vector<db::Handle> selectDatabase(db::Database& database, const SelectionFilter& filter) {
@@ -157,12 +111,6 @@ bool readPoints(const void* list, std::vector<geom::Vec2>& points) {
   return true;
 }
 
-geom::Affine3 worldToUcs(const db::Database& database) {
-  CoordinateSystem ucs = currentUcs(database);
-  auto v = [](const Vector3& a) { return geom::Vec3{a.x, a.y, a.z}; };
-  return geom::Affine3::fromAxes(v(ucs.xAxis), v(ucs.yAxis), v(ucs.zAxis), v(ucs.origin)).inverse();
-}
-
 }  // namespace
 
 }  // namespace korva::api
@@ -174,8 +122,8 @@ int qxedSSGet(const wchar_t* mode, const void* first, const void* second,
   using korva::db::Record;
   if (!set) return RTERROR;
   Mode selected = parseMode(mode);
-  // Prompting selection comes with the command processor; until then it finds nothing.
-  if (selected == Mode::Prompting || selected == Mode::Unknown) return RTERROR;
+  if (selected == Mode::Unknown) return RTERROR;
+  if (selected == Mode::Prompting) return selectByPrompting(mode, first, second, filterList, set);
   Document* document = DocumentList::instance().current();
   if (!document) return RTERROR;
   korva::db::Database& database = document->database();
@@ -190,7 +138,7 @@ int qxedSSGet(const wchar_t* mode, const void* first, const void* second,
       found = selectDatabase(database, *filter);
       break;
     case Mode::CurrentSpace: {
-      LayerVisibility layers(database);
+      LayerStates layers(database);
       forEachInCurrentSpace(database, [&](const Record& record, auto) {
         if (!layers.frozen(record) && filter->matches(record)) found.push_back(record.handle());
       });
@@ -225,22 +173,8 @@ int qxedSSGet(const wchar_t* mode, const void* first, const void* second,
       }
       size_t needed = selected == Mode::WindowPolygon || selected == Mode::CrossingPolygon ? 3 : 2;
       if (points.size() < needed) return RTERROR;
-      korva::geom::SelectionRegion region =
-          selected == Mode::Window || selected == Mode::Crossing
-              ? korva::geom::SelectionRegion::rectangle(points[0], points[1])
-              : korva::geom::SelectionRegion::polygon(points);
-      bool whole = selected == Mode::Window || selected == Mode::WindowPolygon;
-      LayerVisibility layers(database);
-      EntityOutliner outliner(database, worldToUcs(database));
-      forEachInCurrentSpace(
-          database, [&](const Record& record, std::span<Record* const> followers) {
-            if (layers.hidden(record) || !filter->matches(record)) return;
-            korva::geom::PlaneShape shape = outliner.outline(record, followers);
-            bool taken = selected == Mode::Fence ? korva::geom::fenceCrosses(points, shape)
-                         : whole                 ? region.encloses(shape)
-                                                 : region.touches(shape);
-            if (taken) found.push_back(record.handle());
-          });
+      found = findInRegion(database, regionMethod(selected), points,
+                           [&](const Record& record) { return filter->matches(record); });
       break;
     }
     case Mode::Prompting:

@@ -166,6 +166,7 @@ int main(int argc, char** argv) {
   loadModules(options);
 
   korva::cmd::Processor::instance().run();
+  console.finish();
 
   int status = 0;
   if (!options.outputPath.empty() && !documents.current()) {
@@ -174,7 +175,7 @@ int main(int argc, char** argv) {
   } else if (!options.outputPath.empty()) {
     korva::dxf::WriteOptions writeOptions;
     writeOptions.keepBackup = options.backup;
-    writeOptions.binary = options.binary;
+    if (options.binary) writeOptions.binary = true;
     korva::dxf::WriteResult result =
         korva::dxf::writeFile(documents.current()->database(), options.outputPath, writeOptions);
     if (!result.ok) {
@@ -185,5 +186,6 @@ int main(int argc, char** argv) {
     }
   }
   korva::rt::shutdown();
+  console.finish();
   return status;
 }

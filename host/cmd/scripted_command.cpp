@@ -21,7 +21,7 @@ std::wstring numberText(double value) {
 // Angles go in as typed: in the current angular units, from ANGBASE as users type them.
 std::wstring angleText(double radians) {
   wchar_t buffer[128] = L"";
-  if (qxdbAngToS(radians, -1, 16, buffer, 128) != RTNORM) return numberText(radians);
+  if (qxdbAngToS(radians, -1, 8, buffer, 128) != RTNORM) return numberText(radians);
   return buffer;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "change_journal.h"
 #include "value_text.h"
 
 namespace korva::db {
@@ -44,6 +45,21 @@ std::unordered_map<uint64_t, Database*>& liveDatabases() {
   return databases;
 }
 uint64_t nextSerial = 1;
+
+// Databases that keep an undo journal; a record's change is told to the one that holds it.
+std::vector<Database*>& journalledDatabases() {
+  static std::vector<Database*> databases;
+  return databases;
+}
+
+void tellJournal(Record& record) {
+  for (Database* database : journalledDatabases()) {
+    if (database->holds(&record)) {
+      database->journalIfStarted()->recordChanging(record);
+      return;
+    }
+  }
+}
 }  // namespace
 
 Database::Database() : serial_(nextSerial++) {
@@ -52,6 +68,27 @@ Database::Database() : serial_(nextSerial++) {
 
 Database::~Database() {
   liveDatabases().erase(serial_);
+  if (journal_) {
+    std::erase(journalledDatabases(), this);
+    if (journalledDatabases().empty()) Record::beforeChange = nullptr;
+  }
+}
+
+ChangeJournal& Database::journal() {
+  if (!journal_) {
+    journal_ = std::make_unique<ChangeJournal>();
+    journalledDatabases().push_back(this);
+    Record::beforeChange = &tellJournal;
+  }
+  return *journal_;
+}
+
+bool Database::holds(const Record* record) const {
+  std::less<const Record*> before;
+  auto next = std::upper_bound(chunkStarts_.begin(), chunkStarts_.end(), record, before);
+  if (next == chunkStarts_.begin()) return false;
+  const Record* start = *(next - 1);
+  return before(record, start + kChunkSize);
 }
 
 Database* Database::bySerial(uint64_t serial) {
@@ -63,6 +100,10 @@ Record* Database::allocate() {
   if (chunks_.empty() || usedInChunk_ == kChunkSize) {
     chunks_.push_back(std::make_unique<Record[]>(kChunkSize));
     usedInChunk_ = 0;
+    const Record* start = chunks_.back().get();
+    chunkStarts_.insert(std::upper_bound(chunkStarts_.begin(), chunkStarts_.end(), start,
+                                         std::less<const Record*>()),
+                        start);
   }
   return &chunks_.back()[usedInChunk_++];
 }
@@ -200,6 +241,7 @@ Record* Database::newRecord(std::string_view type, std::vector<OwnedGroup> group
   record->deriveLinks();
   index_.insert(record->handle(), record);
   modified_ = true;
+  if (journal_) journal_->recordMade(*record);
   return record;
 }
 
@@ -269,14 +311,20 @@ BlockDefinition* Database::addBlock(std::string_view name, double baseX, double 
 }
 
 void Database::setErased(Record& record, bool erased) {
+  if (journal_ && record.isErased() != erased) journal_->recordErasing(record);
   record.setErased(erased);
   modified_ = true;
 }
 
 void Database::dropErased() {
-  auto drop = [this](std::vector<Record*>& list) {
-    std::erase_if(list, [this](Record* record) {
-      if (!record->isErased()) return false;
+  std::unordered_set<const Record*> restorable;
+  if (journal_) restorable = journal_->recordsItCanRestore();
+  auto gone = [&restorable](const Record* record) {
+    return record->isErased() && !restorable.contains(record);
+  };
+  auto drop = [this, &gone](std::vector<Record*>& list) {
+    std::erase_if(list, [this, &gone](Record* record) {
+      if (!gone(record)) return false;
       index_.erase(record->handle());
       return true;
     });
@@ -284,8 +332,8 @@ void Database::dropErased() {
   for (Section& each : sections_) {
     drop(each.records);
     for (Table& table : each.tables) drop(table.entries);
-    std::erase_if(each.blocks, [this](BlockDefinition& block) {
-      if (!block.begin->isErased()) return false;
+    std::erase_if(each.blocks, [this, &gone](BlockDefinition& block) {
+      if (!gone(block.begin)) return false;
       for (Record* record : block.entities) index_.erase(record->handle());
       index_.erase(block.begin->handle());
       if (block.end) index_.erase(block.end->handle());

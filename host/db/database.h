@@ -15,6 +15,8 @@
 
 namespace korva::db {
 
+class ChangeJournal;
+
 enum class SectionKind { Header, Classes, Tables, Blocks, Entities, Objects, Other };
 
 // A symbol table: TABLE, its entries, ENDTAB.
@@ -114,8 +116,17 @@ class Database {
   void setErased(Record& record, bool erased);
   void recordChanged() { modified_ = true; }
   bool isModified() const { return modified_; }
-  // After a save: erased records leave the drawing for good.
+  // After a save: erased records leave the drawing for good, except those the undo
+  // journal can still bring back.
   void dropErased();
+
+  // ---- Undo
+  // The journal of this drawing's changes, started on first use. Side databases never
+  // ask for one, so their changes cost nothing.
+  ChangeJournal& journal();
+  ChangeJournal* journalIfStarted() const { return journal_.get(); }
+  // True when the record lives in this database's storage.
+  bool holds(const Record* record) const;
 
   // ---- Loading (used by the DXF reader)
   std::string& sourceBuffer() { return source_; }
@@ -142,6 +153,7 @@ class Database {
   uint64_t serial_;
   std::string source_;  // the file's text; records read from it point into it
   std::vector<std::unique_ptr<Record[]>> chunks_;
+  std::vector<const Record*> chunkStarts_;  // sorted, for holds()
   size_t usedInChunk_ = 0;
   std::unordered_set<std::string> names_;
   std::vector<Section> sections_;
@@ -154,6 +166,7 @@ class Database {
   Handle handleSeed_ = 1;
   FileFormat format_;
   bool modified_ = false;
+  std::unique_ptr<ChangeJournal> journal_;
 };
 
 // Name comparison of symbol tables: ASCII case-insensitive.

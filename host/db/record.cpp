@@ -30,7 +30,9 @@ Record::Record(std::string_view type, std::string_view text, uint32_t flags)
     : type_(type), source_(text), flags_(flags) {}
 
 Record::Record(std::string_view type, std::vector<OwnedGroup> groups)
-    : type_(type), flags_(kModified), owned_(std::make_unique<std::vector<OwnedGroup>>(std::move(groups))) {
+    : type_(type),
+      flags_(kModified),
+      owned_(std::make_unique<std::vector<OwnedGroup>>(std::move(groups))) {
   deriveLinks();
 }
 
@@ -82,7 +84,23 @@ void Record::materialize() {
   flags_ |= kModified;
 }
 
+Record::State Record::saveState() const {
+  State state{type_, handle_, owner_, source_, flags_, nullptr};
+  if (owned_) state.owned = std::make_unique<std::vector<OwnedGroup>>(*owned_);
+  return state;
+}
+
+void Record::restoreState(State state) {
+  type_ = state.type;
+  handle_ = state.handle;
+  owner_ = state.owner;
+  source_ = state.source;
+  flags_ = state.flags;
+  owned_ = std::move(state.owned);
+}
+
 void Record::assign(std::vector<OwnedGroup> groups) {
+  if (beforeChange) beforeChange(*this);
   if (handle_ != kNoHandle && !hasFlag(kHandleNotInFile)) {
     std::string text = formatHandle(handle_);
     for (OwnedGroup& group : groups) {
@@ -100,7 +118,8 @@ void Record::assign(std::vector<OwnedGroup> groups) {
 }
 
 bool Record::setValue(int code, std::string_view value) {
-  if (!owned_ && !find(code)) return false;  // nothing changes: the record keeps its text
+  if (!find(code)) return false;  // nothing changes: the record keeps its text
+  if (beforeChange) beforeChange(*this);
   materialize();
   for (OwnedGroup& group : *owned_) {
     if (group.code == code) {

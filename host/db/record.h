@@ -112,8 +112,26 @@ class Record {
   // Copies the groups into the record's own storage, for editing.
   std::vector<OwnedGroup> ownedGroups() const;
 
+  // Everything a record is, kept by the undo journal before a change and put back
+  // exactly, so that a record untouched since it was read is written byte for byte again.
+  struct State {
+    std::string_view type;
+    Handle handle = kNoHandle;
+    Handle owner = kNoHandle;
+    std::string_view source;
+    uint32_t flags = 0;
+    std::unique_ptr<std::vector<OwnedGroup>> owned;
+  };
+  State saveState() const;
+
+  // Called before the groups of any record change; set while some drawing keeps an undo
+  // journal, null otherwise (then a change costs one test).
+  static inline void (*beforeChange)(Record& record) = nullptr;
+
  private:
   friend class Database;
+  friend class ChangeJournal;
+  void restoreState(State state);
   void setErased(bool erased);
   void setHandle(Handle handle, bool writeGroup);
   void setType(std::string_view type) { type_ = type; }

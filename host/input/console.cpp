@@ -73,6 +73,12 @@ void Console::popSource() {
 
 void Console::print(std::wstring_view text) {
   if (text.empty()) return;
+  // The line end after an echoed answer is the next text's, as on a command line: a
+  // prompt starting with its own line end doesn't leave an empty line.
+  if (pendingLineEnd_) {
+    pendingLineEnd_ = false;
+    if (text.front() != L'\n') output_->put('\n');
+  }
   const std::string bytes = api::toUtf8(text);
   output_->write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   output_->flush();
@@ -82,6 +88,17 @@ void Console::print(std::wstring_view text) {
 // Reads from the sources from the top down: a source that runs out is dropped, except a
 // scripted command's tokens, which suspend the waiting host command until more come.
 // A "\" token of a scripted command pauses for one input from the sources beneath it.
+void Console::endLine() {
+  pendingLineEnd_ = true;
+  atLineStart_ = true;
+}
+
+void Console::finish() {
+  if (pendingLineEnd_ || !atLineStart_) print(L"\n");
+  pendingLineEnd_ = false;
+  output_->flush();
+}
+
 std::optional<Answer> Console::readRaw(bool blanksAllowed, bool& fromTerminal, bool& scripted) {
   size_t level = sources_.size();
   while (level > 0) {
@@ -130,7 +147,7 @@ Answer Console::ask(std::wstring_view prompt, const AskOptions& options) {
     if (!fromTerminal && shown) {
       print(prompt);
       print(echoText(*answer));
-      print(L"\n");
+      endLine();
     } else if (fromTerminal) {
       atLineStart_ = true;  // the user's line end
     }

@@ -41,6 +41,8 @@ class Console {
   // Transcript output.
   void print(std::wstring_view text);
   void setOutput(std::ostream* output) { output_ = output; }
+  // Ends the last line of the transcript (at the end of the run).
+  void finish();
   std::ostream& output() const { return *output_; }
   // Whether prompts and answers of scripted commands are shown (CMDECHO).
   void setEchoScripted(std::function<bool()> rule) { echoScripted_ = std::move(rule); }
@@ -70,6 +72,8 @@ class Console {
 
  private:
   Console();
+  // The answer's line end, written only if the next text doesn't start a line itself.
+  void endLine();
   std::optional<Answer> readRaw(bool blanksAllowed, bool& fromTerminal, bool& scripted);
 
   std::vector<std::unique_ptr<InputSource>> sources_;
@@ -80,6 +84,7 @@ class Console {
   SuspendHook suspend_;
   bool atLineStart_ = true;
   unsigned cancelCount_ = 0;
+  bool pendingLineEnd_ = false;
 };
 
 }  // namespace korva::input

@@ -55,10 +55,11 @@ TEST_F(SelectionTest, CurrentSpaceLastPreviousAndPickFirst) {
 TEST_F(SelectionTest, PromptingModesAndBadArgumentsFail) {
   line(0, 0, 1, 1);
   SelectionSet set;
-  for (const wchar_t* mode :
-       {static_cast<const wchar_t*>(nullptr), L":$", L":S", L"-M:$:K", L"Q"}) {
-    EXPECT_EQ(qxedSSGet(mode, nullptr, nullptr, nullptr, set), RTERROR);
+  // With no input to read, a prompting mode is cancelled at once.
+  for (const wchar_t* mode : {static_cast<const wchar_t*>(nullptr), L":$", L":S", L"-M:$:K"}) {
+    EXPECT_EQ(qxedSSGet(mode, nullptr, nullptr, nullptr, set), RTCAN);
   }
+  EXPECT_EQ(qxedSSGet(L"Q", nullptr, nullptr, nullptr, set), RTERROR);
   EXPECT_EQ(qxedSSGet(L"W", nullptr, nullptr, nullptr, set), RTERROR);  // no corners
   ResultBuffer* filter = qxutBuildList(RTDXF0, L"ARC", RTNONE);
   EXPECT_EQ(qxedSSGet(L"X", nullptr, nullptr, filter, set), RTERROR);  // nothing found
