@@ -22,3 +22,7 @@ echo
 echo "== korva $out/new.dxf --binary -o $out/new-binary.dxf"
 "$korva" "$out/new.dxf" --binary -q -o "$out/new-binary.dxf"
 "$korva" "$out/new-binary.dxf" --summary | head -n 2
+
+echo
+echo "== korva examples/site-plan.dxf -s examples/first-steps.scr -o $out/first-steps.dxf"
+"$korva" "$here/site-plan.dxf" -s "$here/first-steps.scr" -o "$out/first-steps.dxf" | tail -n 12

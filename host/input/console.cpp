@@ -78,6 +78,11 @@ void Console::print(std::wstring_view text) {
   if (pendingLineEnd_) {
     pendingLineEnd_ = false;
     if (text.front() != L'\n') output_->put('\n');
+  } else if (typedLineEnd_) {
+    // The user's Enter already ended the line on the terminal.
+    typedLineEnd_ = false;
+    if (text.front() == L'\n') text.remove_prefix(1);
+    if (text.empty()) return;
   }
   const std::string bytes = api::toUtf8(text);
   output_->write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
@@ -150,6 +155,7 @@ Answer Console::ask(std::wstring_view prompt, const AskOptions& options) {
       endLine();
     } else if (fromTerminal) {
       atLineStart_ = true;  // the user's line end
+      typedLineEnd_ = true;
     }
     if (options.allowTransparent && transparent_ && isTransparentCall(*answer)) {
       transparent_(std::wstring_view(answer->text).substr(1));

@@ -85,6 +85,7 @@ class Console {
   bool atLineStart_ = true;
   unsigned cancelCount_ = 0;
   bool pendingLineEnd_ = false;
+  bool typedLineEnd_ = false;
 };
 
 }  // namespace korva::input
