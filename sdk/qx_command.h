@@ -6,13 +6,13 @@
 #include "qx_types.h"
 
 // Command flags, handed to the host unchanged.
-constexpr int QXRX_CMD_MODAL = 0;           // can't run while another command is active
-constexpr int QXRX_CMD_TRANSPARENT = 1;     // may run while another command waits for input
-constexpr int QXRX_CMD_USEPICKSET = 2;      // the pick-first set stays available to it
-constexpr int QXRX_CMD_REDRAW = 4;          // the pick-first set is kept across the command
-constexpr int QXRX_CMD_NOPERSPECTIVE = 8;   // refused in a perspective view
-constexpr int QXRX_CMD_NOTILEMODE = 0x20;   // refused while TILEMODE is 1
-constexpr int QXRX_CMD_NOBEDIT = 0x2000000; // refused in the block editor
+constexpr int QXRX_CMD_MODAL = 0;            // can't run while another command is active
+constexpr int QXRX_CMD_TRANSPARENT = 1;      // may run while another command waits for input
+constexpr int QXRX_CMD_USEPICKSET = 2;       // the pick-first set stays available to it
+constexpr int QXRX_CMD_REDRAW = 4;           // the pick-first set is kept across the command
+constexpr int QXRX_CMD_NOPERSPECTIVE = 8;    // refused in a perspective view
+constexpr int QXRX_CMD_NOTILEMODE = 0x20;    // refused while TILEMODE is 1
+constexpr int QXRX_CMD_NOBEDIT = 0x2000000;  // refused in the block editor
 
 using QxRxFunctionPtr = void (*)();
 
@@ -26,9 +26,9 @@ class QxEdCommandStack : public QxRxObject {
   // Registers a command in a group. eDuplicateKey when the group already has the global
   // name; eInvalidInput for a null or empty global name or a null handler.
   virtual Qxad::ErrorStatus addCommand(const wchar_t* groupName, const wchar_t* globalName,
-                                       const wchar_t* localName, int flags,
-                                       QxRxFunctionPtr handler, QxEdUIContext* uiContext = nullptr,
-                                       int functionCode = -1, void* resourceHandle = nullptr,
+                                       const wchar_t* localName, int flags, QxRxFunctionPtr handler,
+                                       QxEdUIContext* uiContext = nullptr, int functionCode = -1,
+                                       void* resourceHandle = nullptr,
                                        QxEdCommand** commandOut = nullptr) = 0;
   // eKeyNotFound when the group has no such command.
   virtual Qxad::ErrorStatus removeCmd(const wchar_t* groupName, const wchar_t* globalName) = 0;

@@ -13,10 +13,10 @@
 #include "qx_types.h"
 
 // qxedInitGet flags; they apply to the next prompt only.
-constexpr int QXED_NO_NULL = 1;        // Enter is refused
-constexpr int QXED_NO_ZERO = 2;        // zero is refused
-constexpr int QXED_NO_NEGATIVE = 4;    // negative values are refused
-constexpr int QXED_ARBITRARY = 128;    // any text is returned as RTKWORD
+constexpr int QXED_NO_NULL = 1;      // Enter is refused
+constexpr int QXED_NO_ZERO = 2;      // zero is refused
+constexpr int QXED_NO_NEGATIVE = 4;  // negative values are refused
+constexpr int QXED_ARBITRARY = 128;  // any text is returned as RTKWORD
 constexpr int QXED_NO_Z_PROJECT = 1024;
 constexpr int QXED_NO_OSNAP = 2048;
 

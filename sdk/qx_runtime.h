@@ -12,16 +12,16 @@ namespace QxRx {
 // Messages to a module's qxrxEntryPoint(message, packet).
 enum AppMsgCode : int {
   kNullMsg = 0,
-  kInitAppMsg = 1,        // packet: the application pointer (the module's id)
+  kInitAppMsg = 1,  // packet: the application pointer (the module's id)
   kUnloadAppMsg = 2,
-  kLoadDwgMsg = 3,        // once per open drawing
+  kLoadDwgMsg = 3,  // once per open drawing
   kUnloadDwgMsg = 4,
-  kInvkSubrMsg = 5,       // a LISP call of a function the module defined
+  kInvkSubrMsg = 5,  // a LISP call of a function the module defined
   kCfgMsg = 6,
   kEndMsg = 7,
-  kQuitMsg = 8,           // the program ends
+  kQuitMsg = 8,  // the program ends
   kSaveMsg = 9,
-  kDependencyMsg = 10,    // packet: the dependency key
+  kDependencyMsg = 10,  // packet: the dependency key
   kNoDependencyMsg = 11,
 };
 enum AppRetCode : int { kRetOK = 0, kRetError = 3 };

@@ -1,7 +1,7 @@
 // korva: opens a drawing, runs scripts, command lines and the terminal through the
 // command processor, and saves.
-#include <CLI/CLI.hpp>
 #include <unistd.h>
+#include <CLI/CLI.hpp>
 
 #include <filesystem>
 #include <fstream>
@@ -54,12 +54,11 @@ std::unique_ptr<korva::db::Database> openDrawing(const Options& options) {
     return nullptr;
   }
   for (const auto& warning : result.warnings) {
-    std::cerr << "korva: " << options.drawingPath << ": " << korva::dxf::describe(warning)
-              << '\n';
+    std::cerr << "korva: " << options.drawingPath << ": " << korva::dxf::describe(warning) << '\n';
   }
   for (const auto& dropped : result.dropped) {
-    std::cerr << "korva: " << options.drawingPath
-              << ": dropped: " << korva::dxf::describe(dropped) << '\n';
+    std::cerr << "korva: " << options.drawingPath << ": dropped: " << korva::dxf::describe(dropped)
+              << '\n';
   }
   return std::move(result.database);
 }
@@ -82,8 +81,8 @@ void loadModules(const Options& options) {
 
 // The scripts and command lines in the order given; the first given is read first, so
 // it goes on top of the stack.
-bool pushInputs(const CLI::App& app, const CLI::Option* scriptOption,
-                const CLI::Option* lineOption, const Options& options) {
+bool pushInputs(const CLI::App& app, const CLI::Option* scriptOption, const CLI::Option* lineOption,
+                const Options& options) {
   std::vector<std::unique_ptr<korva::input::InputSource>> sources;
   size_t nextScript = 0;
   size_t nextLine = 0;
@@ -117,7 +116,8 @@ bool echoScriptedCommands() {
 int main(int argc, char** argv) {
   CLI::App app{"korva: a CAD host for DXF drawings"};
   Options options;
-  app.add_option("drawing", options.drawingPath, "DXF drawing to open (a new drawing when omitted)");
+  app.add_option("drawing", options.drawingPath,
+                 "DXF drawing to open (a new drawing when omitted)");
   CLI::Option* scriptOption =
       app.add_option("-s,--script", options.scripts, "run a script (.scr); may be repeated");
   CLI::Option* lineOption =
@@ -150,9 +150,8 @@ int main(int argc, char** argv) {
   korva::input::Console& console = korva::input::Console::instance();
   if (options.quiet) console.setOutput(&discard);
   if (options.summary) {
-    korva::app::printSummary(*database, options.drawingPath.empty() ? "(new drawing)"
-                                                                    : options.drawingPath,
-                             std::cout);
+    korva::app::printSummary(
+        *database, options.drawingPath.empty() ? "(new drawing)" : options.drawingPath, std::cout);
   }
 
   korva::app::setProfileFolder(options.profileFolder);

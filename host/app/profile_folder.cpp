@@ -64,6 +64,8 @@ void setProfileFolder(const std::string& folder) {
   api::setProfileVariableStore(store.get());
 }
 
-const std::string& profileFolder() { return folderPath(); }
+const std::string& profileFolder() {
+  return folderPath();
+}
 
 }  // namespace korva::app

@@ -27,7 +27,7 @@ class ProcessorCommandStack : public QxEdCommandStack {
     definition.functionCode = functionCode;
     definition.resourceHandle = resourceHandle;
     return Processor::instance().addCommand(std::move(definition)) ? Qxad::eOk
-                                                                    : Qxad::eDuplicateKey;
+                                                                   : Qxad::eDuplicateKey;
   }
   Qxad::ErrorStatus removeCmd(const wchar_t* groupName, const wchar_t* globalName) override {
     if (!groupName || !globalName) return Qxad::eInvalidInput;

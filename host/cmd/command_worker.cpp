@@ -14,7 +14,9 @@ CommandWorker::~CommandWorker() {
   if (thread_.joinable()) thread_.join();
 }
 
-CommandWorker* CommandWorker::current() { return runningWorker; }
+CommandWorker* CommandWorker::current() {
+  return runningWorker;
+}
 
 void CommandWorker::run() {
   {

@@ -4,7 +4,8 @@
 namespace korva::cmd {
 
 void registerDrawingCommands();  // LINE, CIRCLE, ARC, PLINE, POINT, -TEXT, ERASE, COPY, MOVE,
-                                 // UCS, ZOOM, REDRAW, REDRAWALL, REGEN, LIST, AREA, ID, DIST, SETVAR
+                                 // UCS, ZOOM, REDRAW, REDRAWALL, REGEN, LIST, AREA, ID, DIST,
+                                 // SETVAR
 void registerTableCommands();    // -LAYER, -LINETYPE
 void registerFileCommands();     // NEW, OPEN, SAVE, SAVEAS, QSAVE
 void registerUndoCommands();     // UNDO, U, and the undo journal's command listener

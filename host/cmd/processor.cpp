@@ -12,6 +12,7 @@
 #include "cmd/command_table.h"
 #include "cmd/command_worker.h"
 #include "cmd/variable_prompt.h"
+#include "input/answer_queue.h"
 #include "input/console.h"
 #include "qx_db_core.h"
 #include "qx_print.h"
@@ -24,22 +25,13 @@ namespace {
 constexpr wchar_t kHostGroup[] = L"KORVA_COMMANDS";
 
 // The tokens of one qxedCommand, remembering which context scripted them.
-class TokenSource : public input::InputSource {
+class TokenSource : public input::AnswerQueue {
  public:
   TokenSource(std::vector<input::Answer> tokens, CommandWorker* owner)
-      : tokens_(tokens.begin(), tokens.end()), owner_(owner) {}
-  std::optional<input::Answer> next(bool) override {
-    if (tokens_.empty()) return std::nullopt;
-    input::Answer answer = std::move(tokens_.front());
-    tokens_.pop_front();
-    return answer;
-  }
-  bool isScriptedCommand() const override { return true; }
+      : AnswerQueue(std::move(tokens), true), owner_(owner) {}
   CommandWorker* owner() const { return owner_; }
-  bool empty() const { return tokens_.empty(); }
 
  private:
-  std::deque<input::Answer> tokens_;
   CommandWorker* owner_;
 };
 
@@ -109,16 +101,15 @@ std::wstring describeFailure(std::exception_ptr failure, const void*& object) {
   }
 }
 
-void reportLeftOpen(const CommandDefinition& command, std::size_t objectsBefore,
-                    int setsBefore) {
+void reportLeftOpen(const CommandDefinition& command, std::size_t objectsBefore, int setsBefore) {
   const std::size_t objects = qxdbOpenObjectCount();
   const int sets = api::openSelectionSetTotal();
   const long objectsLeft = static_cast<long>(objects) - static_cast<long>(objectsBefore);
   const int setsLeft = sets - setsBefore;
   if (objectsLeft <= 0 && setsLeft <= 0) return;
   qxutPrintf(L"\n** %s left %ld object%s open and %d selection set%s unfreed **\n",
-             command.globalName.c_str(), std::max(objectsLeft, 0L),
-             objectsLeft == 1 ? L"" : L"s", std::max(setsLeft, 0), setsLeft == 1 ? L"" : L"s");
+             command.globalName.c_str(), std::max(objectsLeft, 0L), objectsLeft == 1 ? L"" : L"s",
+             std::max(setsLeft, 0), setsLeft == 1 ? L"" : L"s");
 }
 
 }  // namespace
@@ -130,9 +121,8 @@ Processor& Processor::instance() {
 
 Processor::Processor() {
   input::Console& console = input::Console::instance();
-  console.setTransparentHook([this](std::wstring_view name) {
-    return runCommand(name, true) == StartResult::Started;
-  });
+  console.setTransparentHook(
+      [this](std::wstring_view name) { return runCommand(name, true) == StartResult::Started; });
   console.setSuspendHook([](const input::InputSource& exhausted) {
     const auto* tokens = dynamic_cast<const TokenSource*>(&exhausted);
     CommandWorker* worker = CommandWorker::current();
@@ -195,13 +185,17 @@ int Processor::commandDepth() const {
   }
 }
 
-void Processor::addListener(CommandListener* listener) { state().listeners.push_back(listener); }
+void Processor::addListener(CommandListener* listener) {
+  state().listeners.push_back(listener);
+}
 
 void Processor::removeListener(CommandListener* listener) {
   std::erase(state().listeners, listener);
 }
 
-std::vector<const CommandDefinition*> Processor::commands() const { return state().table.all(); }
+std::vector<const CommandDefinition*> Processor::commands() const {
+  return state().table.all();
+}
 
 int Processor::execute(const CommandDefinition& command, bool nested) {
   input::Console& console = input::Console::instance();
@@ -295,8 +289,10 @@ int Processor::runTokens(std::vector<input::Answer> tokens) {
     // The worker may outlive this call when it waits for more tokens.
     auto result = std::make_shared<int>(RTNORM);
     auto worker = std::make_unique<CommandWorker>(context, [this, name, result] {
-      if (runCommand(name.text) != StartResult::Started) *result = RTERROR;
-      else *result = lastStatus_;
+      if (runCommand(name.text) != StartResult::Started)
+        *result = RTERROR;
+      else
+        *result = lastStatus_;
     });
     worker->resume();
     if (!worker->finished()) {

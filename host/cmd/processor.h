@@ -21,7 +21,7 @@ struct CommandDefinition {
   QxRxFunctionPtr handler = nullptr;
   int functionCode = -1;
   void* resourceHandle = nullptr;
-  bool builtIn = false;     // a host command (reached with "." even when undefined)
+  bool builtIn = false;  // a host command (reached with "." even when undefined)
 };
 
 // Told when commands start and end (undo groups, reports).

@@ -28,8 +28,8 @@ std::wstring echoText(const Answer& answer) {
     case Answer::Kind::Entity:
       return L"<entity>";
     case Answer::Kind::EntityPick:
-      return L"<entity at " + formatNumber(answer.point[0]) + L"," +
-             formatNumber(answer.point[1]) + L">";
+      return L"<entity at " + formatNumber(answer.point[0]) + L"," + formatNumber(answer.point[1]) +
+             L">";
     case Answer::Kind::Set:
       return L"<selection set>";
     case Answer::Kind::Cancel:
@@ -119,8 +119,7 @@ std::optional<Answer> Console::readRaw(bool blanksAllowed, bool& fromTerminal, b
       level = sources_.size();
       continue;
     }
-    if (source.isScriptedCommand() && answer->kind == Answer::Kind::Text &&
-        answer->text == L"\\") {
+    if (source.isScriptedCommand() && answer->kind == Answer::Kind::Text && answer->text == L"\\") {
       --level;
       continue;
     }

@@ -17,10 +17,10 @@
 namespace korva::input {
 
 struct AskOptions {
-  bool blanksAllowed = false;   // the rest of the line is the answer
-  bool commandPrompt = false;   // the "Command:" prompt: a source running out isn't a cancel
-  bool allowTransparent = true; // "'NAME" runs a transparent command and asks again
-  bool evaluateLisp = true;     // "(...)" is evaluated and its value is the answer
+  bool blanksAllowed = false;    // the rest of the line is the answer
+  bool commandPrompt = false;    // the "Command:" prompt: a source running out isn't a cancel
+  bool allowTransparent = true;  // "'NAME" runs a transparent command and asks again
+  bool evaluateLisp = true;      // "(...)" is evaluated and its value is the answer
 };
 
 class Console {

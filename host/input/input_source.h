@@ -35,6 +35,8 @@ std::unique_ptr<InputSource> makeScriptSource(std::string text, std::string name
 std::unique_ptr<InputSource> openScriptFile(const std::string& path, std::string& error);
 // Standard input, line by line, with the script rules.
 std::unique_ptr<InputSource> makeTerminalSource();
+// Whole answers, one per prompt, for callers that have them already.
+std::unique_ptr<InputSource> makeAnswerSource(std::vector<std::wstring> answers);
 // A scripted command's tokens.
 std::unique_ptr<InputSource> makeTokenSource(std::vector<Answer> tokens);
 

@@ -7,6 +7,7 @@
 #include <iostream>
 #include <sstream>
 
+#include "input/answer_queue.h"
 #include "input/input_source.h"
 #include "input/script_reader.h"
 
@@ -56,22 +57,6 @@ class TerminalSource : public InputSource {
   ScriptReader reader_;
 };
 
-class TokenSource : public InputSource {
- public:
-  explicit TokenSource(std::vector<Answer> tokens) : tokens_(tokens.begin(), tokens.end()) {}
-
-  std::optional<Answer> next(bool) override {
-    if (tokens_.empty()) return std::nullopt;
-    Answer answer = std::move(tokens_.front());
-    tokens_.pop_front();
-    return answer;
-  }
-  bool isScriptedCommand() const override { return true; }
-
- private:
-  std::deque<Answer> tokens_;
-};
-
 }  // namespace
 
 std::unique_ptr<InputSource> makeScriptSource(std::string text, std::string name) {
@@ -102,8 +87,14 @@ std::unique_ptr<InputSource> makeTerminalSource() {
   return std::make_unique<TerminalSource>();
 }
 
+std::unique_ptr<InputSource> makeAnswerSource(std::vector<std::wstring> answers) {
+  std::vector<Answer> tokens;
+  for (std::wstring& answer : answers) tokens.push_back(Answer::ofText(std::move(answer)));
+  return std::make_unique<AnswerQueue>(std::move(tokens), false);
+}
+
 std::unique_ptr<InputSource> makeTokenSource(std::vector<Answer> tokens) {
-  return std::make_unique<TokenSource>(std::move(tokens));
+  return std::make_unique<AnswerQueue>(std::move(tokens), true);
 }
 
 }  // namespace korva::input

@@ -11,12 +11,6 @@
 namespace korva::input {
 namespace {
 
-std::wstring_view trimmed(std::wstring_view text) {
-  while (!text.empty() && std::iswspace(text.front())) text.remove_prefix(1);
-  while (!text.empty() && std::iswspace(text.back())) text.remove_suffix(1);
-  return text;
-}
-
 bool isDigit(wchar_t c) {
   return c >= L'0' && c <= L'9';
 }
@@ -121,7 +115,7 @@ std::optional<double> angleInOtherUnits(std::wstring_view text) {
 }  // namespace
 
 std::optional<double> parseRealInput(std::wstring_view text) {
-  text = trimmed(text);
+  text = trimmedInput(text);
   const bool negative = takeSign(text);
   std::optional<double> value = unsignedDecimal(text);
   if (!value) return std::nullopt;
@@ -129,7 +123,7 @@ std::optional<double> parseRealInput(std::wstring_view text) {
 }
 
 std::optional<double> parseDistanceInput(std::wstring_view text) {
-  text = trimmed(text);
+  text = trimmedInput(text);
   const bool negative = takeSign(text);
   const int units = integerVariable("LUNITS", 2);
   std::optional<double> value =
@@ -139,7 +133,7 @@ std::optional<double> parseDistanceInput(std::wstring_view text) {
 }
 
 std::optional<int> parseIntegerInput(std::wstring_view text) {
-  text = trimmed(text);
+  text = trimmedInput(text);
   const bool negative = takeSign(text);
   if (!allDigits(text) || text.size() > 6) return std::nullopt;
   const long magnitude = std::wcstol(std::wstring(text).c_str(), nullptr, 10);
@@ -149,12 +143,18 @@ std::optional<int> parseIntegerInput(std::wstring_view text) {
 }
 
 std::optional<double> parseAngleInput(std::wstring_view text) {
-  text = trimmed(text);
+  text = trimmedInput(text);
   if (text.empty()) return std::nullopt;
   if (std::optional<double> angle = api::parseAngle(text, integerVariable("AUNITS", 0))) {
     return angle;
   }
   return angleInOtherUnits(text);
+}
+
+std::wstring_view trimmedInput(std::wstring_view text) {
+  while (!text.empty() && std::iswspace(text.front())) text.remove_prefix(1);
+  while (!text.empty() && std::iswspace(text.back())) text.remove_suffix(1);
+  return text;
 }
 
 }  // namespace korva::input

@@ -11,12 +11,6 @@
 namespace korva::input {
 namespace {
 
-std::wstring_view trimmed(std::wstring_view text) {
-  while (!text.empty() && std::iswspace(text.front())) text.remove_prefix(1);
-  while (!text.empty() && std::iswspace(text.back())) text.remove_suffix(1);
-  return text;
-}
-
 // Coordinates or a polar length and angle; false when the text is neither.
 bool parseOffset(std::wstring_view text, double offset[3]) {
   if (const size_t less = text.find(L'<'); less != std::wstring_view::npos) {
@@ -62,7 +56,7 @@ void worldToUser(double point[3], bool displacement) {
 }  // namespace
 
 bool parsePointInput(std::wstring_view text, const double* base, double result[3]) {
-  text = trimmed(text);
+  text = trimmedInput(text);
   if (text.empty()) return false;
   const bool relative = text.front() == L'@';
   if (relative) text.remove_prefix(1);

@@ -6,6 +6,9 @@
 
 namespace korva::input {
 
+// The text without blanks at either end.
+std::wstring_view trimmedInput(std::wstring_view text);
+
 // Point input in the current user system: "x,y", "x,y,z", "@dx,dy[,dz]" relative to base
 // (or LASTPOINT when base is null), "@d<a" and "d<a" polar (angle in AUNITS from
 // ANGBASE/ANGDIR like real hosts), numbers in the current LUNITS (architectural 1'-2",

@@ -7,7 +7,9 @@
 namespace korva::test {
 namespace {
 
-void redefined() { events().push_back(L"module ASKTWO"); }
+void redefined() {
+  events().push_back(L"module ASKTWO");
+}
 
 TEST_F(ProcessorTest, NamesAsTypedFindTheirCommands) {
   registerTestCommands();

@@ -30,11 +30,17 @@ void scripter() {
   events().push_back(L"SCRIPTER:status " + std::to_wstring(qxedCommand(RTSTR, L"two", RTNONE)));
 }
 
-void leaver() { qxedCommand(RTSTR, L"_.ASKTWO", RTSTR, L"mine", RTNONE); }
+void leaver() {
+  qxedCommand(RTSTR, L"_.ASKTWO", RTSTR, L"mine", RTNONE);
+}
 
-void transparent() { events().push_back(L"TRANS"); }
+void transparent() {
+  events().push_back(L"TRANS");
+}
 
-void thrower() { throw std::runtime_error("broken on purpose"); }
+void thrower() {
+  throw std::runtime_error("broken on purpose");
+}
 
 void leaker() {
   SelectionSet set;

@@ -1,6 +1,5 @@
 // UNDO and U scripted by running commands, as module commands use them, and commands
 // cut short. (The user's own use of UNDO and U is covered by the end-to-end cases.)
-#include <deque>
 #include <iostream>
 #include <sstream>
 
@@ -19,20 +18,6 @@
 
 namespace korva::test {
 namespace {
-
-class Answers : public input::InputSource {
- public:
-  explicit Answers(std::vector<std::wstring> answers) : answers_(answers.begin(), answers.end()) {}
-  std::optional<input::Answer> next(bool) override {
-    if (answers_.empty()) return std::nullopt;
-    input::Answer answer = input::Answer::ofText(answers_.front());
-    answers_.pop_front();
-    return answer;
-  }
-
- private:
-  std::deque<std::wstring> answers_;
-};
 
 void addPoint() {
   const double at[3] = {1, 2, 0};
@@ -99,7 +84,7 @@ class NestedUndo : public CurrentDocument {
   }
 
   void type(std::vector<std::wstring> answers) {
-    input::Console::instance().pushSource(std::make_unique<Answers>(std::move(answers)));
+    input::Console::instance().pushSource(input::makeAnswerSource(std::move(answers)));
     cmd::Processor::instance().run();
   }
   int points() {

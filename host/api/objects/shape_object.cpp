@@ -1,0 +1,87 @@
+// QxDbShape over its SHAPE record: insertion point (10, in the object system of 210),
+// size (40), name (2), rotation (50) and oblique (51) in degrees, width factor (41),
+// thickness (39).
+#include <numbers>
+
+#include "entity_members.h"
+#include "geom/affine.h"
+#include "qx_db_shape.h"
+
+namespace m = korva::api::members;
+
+namespace {
+
+constexpr std::string_view kShape = "AcDbShape";
+constexpr double kDegree = std::numbers::pi / 180;
+
+korva::geom::Affine3 toWorld(const QxDbShape* shape) {
+  return korva::geom::objectToWorld(m::normal(shape, kShape));
+}
+
+}  // namespace
+
+const QxRxClass* QxDbShape::desc() {
+  static const QxRxClass record(L"QxDbShape", QxDbEntity::desc(), "SHAPE");
+  return &record;
+}
+
+static korva::api::ObjectClassRegistration shapeClass("SHAPE", [] {
+  return static_cast<QxDbObject*>(new QxDbShape);
+});
+
+QxDbShape::QxDbShape() : QxDbEntity("SHAPE") {
+  korva::db::Record& record = m::record(this);
+  const double origin[3] = {0, 0, 0};
+  korva::api::setGroupPoint(record, 10, origin, kShape);
+  korva::api::setGroupReal(record, 40, 1, kShape);
+  korva::api::setGroupText(record, 2, "", kShape);
+}
+
+QxGePoint3d QxDbShape::position() const {
+  return m::toPoint(toWorld(this).point(m::point(this, 10, kShape)));
+}
+Qxad::ErrorStatus QxDbShape::setPosition(const QxGePoint3d& position) {
+  return m::setPoint(this, 10, toWorld(this).inverse().point(m::fromPoint(position)), kShape);
+}
+double QxDbShape::size() const {
+  return m::real(this, 40, 0, kShape);
+}
+Qxad::ErrorStatus QxDbShape::setSize(double size) {
+  return m::setReal(this, 40, size, kShape);
+}
+double QxDbShape::rotation() const {
+  return m::real(this, 50, 0, kShape) * kDegree;
+}
+Qxad::ErrorStatus QxDbShape::setRotation(double angle) {
+  return m::setReal(this, 50, angle / kDegree, kShape);
+}
+double QxDbShape::widthFactor() const {
+  return m::real(this, 41, 1, kShape);
+}
+Qxad::ErrorStatus QxDbShape::setWidthFactor(double factor) {
+  return m::setReal(this, 41, factor, kShape);
+}
+double QxDbShape::oblique() const {
+  return m::real(this, 51, 0, kShape) * kDegree;
+}
+Qxad::ErrorStatus QxDbShape::setOblique(double angle) {
+  return m::setReal(this, 51, angle / kDegree, kShape);
+}
+double QxDbShape::thickness() const {
+  return m::real(this, 39, 0, kShape);
+}
+Qxad::ErrorStatus QxDbShape::setThickness(double thickness) {
+  return m::setReal(this, 39, thickness, kShape);
+}
+QxGeVector3d QxDbShape::normal() const {
+  return m::toVector(m::normal(this, kShape));
+}
+wchar_t* QxDbShape::name() const {
+  return m::newWide(this, 2, kShape);
+}
+Qxad::ErrorStatus QxDbShape::setName(const wchar_t* name) {
+  return m::setText(this, 2, m::drawing(this, name), kShape);
+}
+int QxDbShape::shapeNumber() const {
+  return 0;
+}

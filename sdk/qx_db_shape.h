@@ -1,0 +1,32 @@
+// A shape: one character of a compiled shape file, placed like a text.
+#pragma once
+
+#include "qx_db_entity.h"
+#include "qx_ge.h"
+
+class QxDbShape : public QxDbEntity {
+ public:
+  QX_DECLARE_CLASS_MEMBERS(QxDbShape)
+  QxDbShape();
+
+  QxGePoint3d position() const;  // world
+  Qxad::ErrorStatus setPosition(const QxGePoint3d& position);
+  double size() const;
+  Qxad::ErrorStatus setSize(double size);
+  double rotation() const;  // radians
+  Qxad::ErrorStatus setRotation(double angle);
+  double widthFactor() const;
+  Qxad::ErrorStatus setWidthFactor(double factor);
+  double oblique() const;  // radians
+  Qxad::ErrorStatus setOblique(double angle);
+  double thickness() const;
+  Qxad::ErrorStatus setThickness(double thickness);
+  QxGeVector3d normal() const;
+
+  // The shape's name; the caller frees it with qxad_free.
+  wchar_t* name() const;
+  Qxad::ErrorStatus setName(const wchar_t* name);
+  // The number of the shape in its file. The drawing keeps only the name and korva does
+  // not read compiled shape files, so this is 0.
+  int shapeNumber() const;
+};
