@@ -17,12 +17,15 @@ fi
 
 echo
 echo "== korva -o $out/new.dxf   (a new drawing made from nothing)"
-"$korva" --summary -o "$out/new.dxf" | head -n 4
+"$korva" --summary -o "$out/new.dxf" > "$out/new.txt"
+head -n 4 "$out/new.txt"
 echo
 echo "== korva $out/new.dxf --binary -o $out/new-binary.dxf"
 "$korva" "$out/new.dxf" --binary -q -o "$out/new-binary.dxf"
-"$korva" "$out/new-binary.dxf" --summary | head -n 2
+"$korva" "$out/new-binary.dxf" --summary > "$out/new-binary.txt"
+head -n 2 "$out/new-binary.txt"
 
 echo
 echo "== korva examples/site-plan.dxf -s examples/first-steps.scr -o $out/first-steps.dxf"
-"$korva" "$here/site-plan.dxf" -s "$here/first-steps.scr" -o "$out/first-steps.dxf" | tail -n 12
+"$korva" "$here/site-plan.dxf" -s "$here/first-steps.scr" -o "$out/first-steps.dxf" > "$out/first-steps.txt"
+tail -n 12 "$out/first-steps.txt"
