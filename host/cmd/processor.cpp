@@ -74,11 +74,8 @@ void dropFinished() {
 // user's, once the command that scripted it has ended.
 void finishWaiting(CommandWorker* context) {
   while (CommandWorker* worker = waitingOf(context)) {
+    // A worker that reads nothing more is cancelled at its prompt and ends.
     worker->resume();
-    if (!worker->finished() && !input::Console::instance().hasInput()) {
-      // Nothing left to read: the prompt will cancel on the next resume.
-      continue;
-    }
     dropFinished();
   }
 }

@@ -61,24 +61,29 @@ Answer askCorner(const wchar_t* prompt, geom::Vec3 base, geom::Vec3& point, Ask 
   return answer;
 }
 
-Answer askDistance(const wchar_t* prompt, const std::optional<geom::Vec3>& base, double& distance,
-                   Ask ask) {
+namespace {
+
+// A distance-like prompt (qxedGetDist, qxedGetOrient) with an optional base point.
+Answer askFromBase(int (*prompt)(const double*, const wchar_t*, double*), const wchar_t* text,
+                   const std::optional<geom::Vec3>& base, double& value, Ask ask) {
   double from[3];
   if (base) toArray(*base, from);
   double result = 0;
-  Answer answer = run(ask, [&] { return qxedGetDist(base ? from : nullptr, prompt, &result); });
-  if (answer.value()) distance = result;
+  Answer answer = run(ask, [&] { return prompt(base ? from : nullptr, text, &result); });
+  if (answer.value()) value = result;
   return answer;
+}
+
+}  // namespace
+
+Answer askDistance(const wchar_t* prompt, const std::optional<geom::Vec3>& base, double& distance,
+                   Ask ask) {
+  return askFromBase(qxedGetDist, prompt, base, distance, ask);
 }
 
 Answer askOrientation(const wchar_t* prompt, const std::optional<geom::Vec3>& base, double& radians,
                       Ask ask) {
-  double from[3];
-  if (base) toArray(*base, from);
-  double result = 0;
-  Answer answer = run(ask, [&] { return qxedGetOrient(base ? from : nullptr, prompt, &result); });
-  if (answer.value()) radians = result;
-  return answer;
+  return askFromBase(qxedGetOrient, prompt, base, radians, ask);
 }
 
 Answer askReal(const wchar_t* prompt, double& value, Ask ask) {
