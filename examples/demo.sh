@@ -29,3 +29,9 @@ echo
 echo "== korva examples/site-plan.dxf -s examples/first-steps.scr -o $out/first-steps.dxf"
 "$korva" "$here/site-plan.dxf" -s "$here/first-steps.scr" -o "$out/first-steps.dxf" > "$out/first-steps.txt"
 tail -n 12 "$out/first-steps.txt"
+
+echo
+echo "== korva examples/small-tools.dxf -s examples/small-tools.scr -o $out/small-tools.dxf"
+"$korva" "$here/small-tools.dxf" -s "$here/small-tools.scr" -o "$out/small-tools.dxf" > "$out/small-tools.txt"
+# The commands and what they reported; the selection prompts are left out.
+grep -E "^Command: |^Total|^(Hatches|Objects)|group" "$out/small-tools.txt" | grep -v "^Command: $"

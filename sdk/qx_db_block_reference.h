@@ -2,8 +2,6 @@
 // SEQEND; a multiple insert is an INSERT with rows and columns.
 #pragma once
 
-#include <vector>
-
 #include "qx_db_entity.h"
 
 class QxGePoint3d;
@@ -45,9 +43,14 @@ class QxDbBlockReference : public QxDbEntity {
   // objects that the caller owns (adds to a database or deletes). A nested reference
   // stays a reference where the transform keeps its axes perpendicular, and is broken
   // up further where it doesn't. eNotApplicable, with nothing handed out, when the
-  // block holds a kind that can't be carried (hatches, dimensions, ...) or polyline
-  // arcs under non-uniform scaling.
-  virtual Qxad::ErrorStatus explode(std::vector<QxDbEntity*>& pieces) const;
+  // block holds a kind that can't be carried (modeler bodies, ...) or polyline arcs
+  // under non-uniform scaling.
+  Qxad::ErrorStatus explode(QxDbVoidPtrArray& pieces) const override;
+  // The box of the block's entities in place and of the attributes.
+  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
+  // Moves the reference and its attributes; a map that would skew the block's axes
+  // gives eNotApplicable.
+  Qxad::ErrorStatus transformBy(const QxGeMatrix3d& matrix) override;
 
  protected:
   explicit QxDbBlockReference(const char* dxfType);
@@ -70,5 +73,7 @@ class QxDbMInsertBlock : public QxDbBlockReference {
   Qxad::ErrorStatus setRowSpacing(double spacing);
 
   // Every copy of the grid, each as a block reference would explode.
-  Qxad::ErrorStatus explode(std::vector<QxDbEntity*>& pieces) const override;
+  Qxad::ErrorStatus explode(QxDbVoidPtrArray& pieces) const override;
+  // The box of every copy of the grid.
+  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
 };

@@ -9,9 +9,6 @@
 #include "qx_db_extents.h"
 #include "qx_ge.h"
 
-// Objects handed out by explode; each element is a QxDbEntity*.
-using QxDbVoidPtrArray = QxArray<void*>;
-
 class QxDbCurve : public QxDbEntity {
  public:
   QX_DECLARE_CLASS_MEMBERS(QxDbCurve)
@@ -41,13 +38,13 @@ class QxDbCurve : public QxDbEntity {
   virtual Qxad::ErrorStatus getArea(double& area) const;
 
   // The box of the curve in world coordinates, thickness included.
-  virtual Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const;
+  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
   // Transforms the curve, writing its groups. Circles and arcs, whose groups can't
   // hold an ellipse, refuse non-uniform scaling (eNotApplicable).
-  virtual Qxad::ErrorStatus transformBy(const QxGeMatrix3d& matrix);
+  Qxad::ErrorStatus transformBy(const QxGeMatrix3d& matrix) override;
   // Polylines into lines and arcs: new objects that the caller owns (and deletes or
   // adds to a database). Other curves give eNotApplicable.
-  virtual Qxad::ErrorStatus explode(QxDbVoidPtrArray& pieces) const;
+  Qxad::ErrorStatus explode(QxDbVoidPtrArray& pieces) const override;
 
  protected:
   explicit QxDbCurve(const char* dxfType);

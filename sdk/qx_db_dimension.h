@@ -24,6 +24,14 @@ class QxDbDimension : public QxDbEntity {
   Qxad::ErrorStatus setTextRotation(double angle);
   QxGeVector3d normal() const;
 
+  // The box of what the dimension's block shows.
+  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
+  // The entities of the dimension's block, placed where the dimension shows them.
+  Qxad::ErrorStatus explode(QxDbVoidPtrArray& pieces) const override;
+  // Moves the definition points and the block's picture along; non-uniform scaling
+  // gives eNotApplicable.
+  Qxad::ErrorStatus transformBy(const QxGeMatrix3d& matrix) override;
+
  protected:
   QxDbDimension(const char* dxfType, int typeBits, const char* subclass);
   // A point of the dimension's own part by its group code.

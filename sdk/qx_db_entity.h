@@ -1,8 +1,15 @@
 // The entity: an object with a layer, a colour, a linetype and a place in a block.
 #pragma once
 
+#include "qx_array.h"
 #include "qx_color.h"
 #include "qx_db_core.h"
+#include "qx_db_extents.h"
+#include "qx_ge.h"
+
+// Objects handed out by explode; each element is a new QxDbEntity* that the caller owns
+// (adds to a database or deletes).
+using QxDbVoidPtrArray = QxArray<void*>;
 
 class QxDbEntity : public QxDbObject {
  public:
@@ -30,8 +37,21 @@ class QxDbEntity : public QxDbObject {
   int visibility() const;
   Qxad::ErrorStatus setVisibility(int visibility, bool doSubents = true);
 
-  // Layer, colour, linetype, linetype scale, line weight and visibility of another entity.
+  // Layer, colour (index, true colour and colour name), linetype, linetype scale, line
+  // weight, transparency and visibility of another entity. With doSubents the vertices
+  // of an old-style polyline and the attributes of a block reference take them too.
   Qxad::ErrorStatus setPropertiesFrom(const QxDbEntity* other, bool doSubents = true);
+
+  // The box of the entity in world coordinates. Kinds without a bounded shape (rays,
+  // construction lines, bodies of the solid modeler) give eNotApplicable.
+  virtual Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const;
+  // Carries the entity through an affine map, writing its groups. Kinds that can't
+  // follow the map (a non-uniform scale of a circle, any map of a modeler body) give
+  // eNotApplicable and stay as they were.
+  virtual Qxad::ErrorStatus transformBy(const QxGeMatrix3d& matrix);
+  // Breaks the entity into simpler ones, new objects with its properties. Kinds that
+  // don't break up give eNotApplicable and hand out nothing.
+  virtual Qxad::ErrorStatus explode(QxDbVoidPtrArray& pieces) const;
 
  protected:
   explicit QxDbEntity(const char* dxfType);

@@ -80,5 +80,5 @@ class QxDbHatch : public QxDbEntity {
   float gradientShift() const;    // 0 centred, up to 1
 
   // The box of the loops in world coordinates.
-  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const;
+  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
 };

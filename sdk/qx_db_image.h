@@ -54,7 +54,7 @@ class QxDbRasterImage : public QxDbEntity {
   // corner joins the first.
   Qxad::ErrorStatus getVertices(QxGePoint3dArray& vertices) const;
 
-  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const;
+  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
 
  protected:
   explicit QxDbRasterImage(const char* dxfType);
@@ -78,5 +78,5 @@ class QxDbOle2Frame : public QxDbEntity {
   // lower left.
   void getLocation(QxGePoint3d corners[4]) const;
 
-  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const;
+  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
 };

@@ -15,7 +15,7 @@ class QxDbPolyFaceMesh : public QxDbEntity {
   int numFaces() const;
 
   // The box of the vertices.
-  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const;
+  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
 };
 
 class QxDbPolygonMesh : public QxDbEntity {
@@ -37,5 +37,5 @@ class QxDbPolygonMesh : public QxDbEntity {
   // Counted from the records that follow the mesh up to its SEQEND.
   int numVertices() const;
 
-  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const;
+  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
 };

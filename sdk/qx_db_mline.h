@@ -31,5 +31,8 @@ class QxDbMline : public QxDbEntity {
 
   // The box of the lines where they meet each vertex: every element offset along the
   // vertex's miter. End caps are left out.
-  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const;
+  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
+  // One line per element of the style between each pair of vertices (closing the path
+  // when the multiline is closed), where the element meets the vertices' miters.
+  Qxad::ErrorStatus explode(QxDbVoidPtrArray& pieces) const override;
 };

@@ -18,6 +18,6 @@ class QxDbPoint : public QxDbEntity {
   QxGeVector3d normal() const;
   Qxad::ErrorStatus setNormal(const QxGeVector3d& normal);
 
-  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const;
-  Qxad::ErrorStatus transformBy(const QxGeMatrix3d& matrix);
+  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
+  Qxad::ErrorStatus transformBy(const QxGeMatrix3d& matrix) override;
 };

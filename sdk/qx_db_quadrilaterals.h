@@ -26,7 +26,7 @@ class QxDbSolid : public QxDbEntity {
   QxGeVector3d normal() const;
 
   // The corners, swept along the normal by the thickness.
-  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const;
+  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
 
  protected:
   explicit QxDbSolid(const char* dxfType);
@@ -44,7 +44,7 @@ class QxDbTrace : public QxDbEntity {
   Qxad::ErrorStatus setThickness(double thickness);
   QxGeVector3d normal() const;
 
-  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const;
+  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
 };
 
 // Edge i runs from corner i to corner i + 1 (edge 3 back to corner 0).
@@ -62,5 +62,5 @@ class QxDbFace : public QxDbEntity {
   Qxad::ErrorStatus makeEdgeVisibleAt(std::uint16_t index);
   Qxad::ErrorStatus makeEdgeInvisibleAt(std::uint16_t index);
 
-  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const;
+  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
 };

@@ -26,7 +26,9 @@ class QxDbShape : public QxDbEntity {
   // The shape's name; the caller frees it with qxad_free.
   wchar_t* name() const;
   Qxad::ErrorStatus setName(const wchar_t* name);
-  // The number of the shape in its file. The drawing keeps only the name and korva does
-  // not read compiled shape files, so this is 0.
+  // The number of the shape in its file. The drawing keeps only the name (group 2); the
+  // number is looked up in the source (.shp) of a shape file of the drawing's text
+  // styles, found on the support path beside the compiled file's name. korva doesn't
+  // read compiled (.shx) files: without a readable source this is 0.
   int shapeNumber() const;
 };

@@ -72,6 +72,9 @@ class QxDbText : public QxDbEntity {
   QxDbObjectId textStyle() const;
   Qxad::ErrorStatus setTextStyle(QxDbObjectId style);
 
+  // The text's box (the tag's for a definition), swept by the thickness.
+  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
+
  protected:
   explicit QxDbText(const char* dxfType);
   // Where the text's own groups live: AcDbText, or the attribute part for 74.
@@ -196,4 +199,10 @@ class QxDbMText : public QxDbEntity {
 
   double actualWidth() const;
   double actualHeight() const;
+
+  // The box of the laid-out text about its attachment point.
+  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
+  // One single-line text per line of the laid-out contents, format codes left out,
+  // each left-aligned on its line's baseline.
+  Qxad::ErrorStatus explode(QxDbVoidPtrArray& pieces) const override;
 };

@@ -5,6 +5,8 @@
 #include "qx_db_entity.h"
 #include "qx_ge.h"
 
+class QxDbAnnotationScale;
+
 class QxDbViewport : public QxDbEntity {
  public:
   QX_DECLARE_CLASS_MEMBERS(QxDbViewport)
@@ -38,4 +40,16 @@ class QxDbViewport : public QxDbEntity {
   // Clipped by an entity rather than by its rectangle.
   bool isNonRectClipOn() const;
   QxDbObjectId nonRectClipEntityId() const;
+
+  // The scale annotations show at: a new value the caller deletes, or null when the
+  // viewport names none. It is kept in the viewport's extension dictionary as an
+  // xrecord ASDK_XREC_ANNOTATION_SCALE_INFO pointing (340) at a SCALE object.
+  QxDbAnnotationScale* annotationScale() const;
+  // Points the viewport at the scale's SCALE object: the one its id names when that is
+  // a live SCALE of this drawing, else the one of its name in ACAD_SCALELIST
+  // (eKeyNotFound when there is none). The custom scale is left as it is.
+  Qxad::ErrorStatus setAnnotationScale(const QxDbAnnotationScale* scale);
+
+  // The viewport's rectangle in paper space.
+  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
 };

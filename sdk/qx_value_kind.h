@@ -20,36 +20,22 @@ enum class ValueKind {
   Unknown,       // not a code the flat layer knows
 };
 
-// Group codes follow the public DXF ranges; object references (330-369, 390-399,
-// 480-481) travel as entity names in lists, as they do in entity lists of the host.
-constexpr ValueKind valueKindOfCode(int code) {
+namespace value_kind_detail {
+
+// Group codes from -5 to 1071 by table: lists are typed node by node, so this lookup
+// sits on every path through a list.
+constexpr int kFirstCode = -5;
+constexpr int kLastCode = 1071;
+
+constexpr ValueKind kindOfGroupCode(int code) {
   switch (code) {
-    case RTNONE:
-    case RTLB:
-    case RTLE:
     case -3:
       return ValueKind::None;
-    case RTREAL:
-    case RTANG:
-      return ValueKind::Real;
-    case RTPOINT:
-      return ValueKind::Point2d;
-    case RT3DPOINT:
-      return ValueKind::Point3d;
-    case RTSHORT:
-      return ValueKind::Int16;
-    case RTLONG:
-      return ValueKind::Int32;
-    case RTSTR:
-    case RTDXF0:
     case -4:
       return ValueKind::String;
-    case RTENAME:
     case -1:
     case -2:
       return ValueKind::EntityName;
-    case RTPICKS:
-      return ValueKind::SelectionSet;
     default:
       break;
   }
@@ -81,6 +67,55 @@ constexpr ValueKind valueKindOfCode(int code) {
     if (code >= range.first && code <= range.last) return range.kind;
   }
   return ValueKind::Unknown;
+}
+
+struct KindTable {
+  ValueKind kinds[kLastCode - kFirstCode + 1];
+};
+
+constexpr KindTable makeKindTable() {
+  KindTable table{};
+  for (int code = kFirstCode; code <= kLastCode; ++code) {
+    table.kinds[code - kFirstCode] = kindOfGroupCode(code);
+  }
+  return table;
+}
+
+inline constexpr KindTable kKindTable = makeKindTable();
+
+}  // namespace value_kind_detail
+
+// Group codes follow the public DXF ranges; object references (330-369, 390-399,
+// 480-481) travel as entity names in lists, as they do in entity lists of the host.
+constexpr ValueKind valueKindOfCode(int code) {
+  using namespace value_kind_detail;
+  if (code >= kFirstCode && code <= kLastCode) return kKindTable.kinds[code - kFirstCode];
+  switch (code) {
+    case RTNONE:
+    case RTLB:
+    case RTLE:
+      return ValueKind::None;
+    case RTREAL:
+    case RTANG:
+      return ValueKind::Real;
+    case RTPOINT:
+      return ValueKind::Point2d;
+    case RT3DPOINT:
+      return ValueKind::Point3d;
+    case RTSHORT:
+      return ValueKind::Int16;
+    case RTLONG:
+      return ValueKind::Int32;
+    case RTSTR:
+    case RTDXF0:
+      return ValueKind::String;
+    case RTENAME:
+      return ValueKind::EntityName;
+    case RTPICKS:
+      return ValueKind::SelectionSet;
+    default:
+      return ValueKind::Unknown;
+  }
 }
 
 }  // namespace korva::api

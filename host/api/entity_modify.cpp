@@ -1,16 +1,22 @@
 // qxdbEntMod: a list written back into its record's groups.
 #include <algorithm>
+#include <optional>
+#include <span>
+#include <string>
 #include <vector>
 
 #include "db/handle.h"
 #include "db/value_text.h"
 #include "document.h"
+#include "entity_space.h"
 #include "extended_data.h"
+#include "inline_vector.h"
 #include "list_values.h"
 #include "qx_entities.h"
 #include "record_places.h"
 #include "record_view.h"
 #include "subclass_layouts.h"
+#include "table_rename.h"
 
 namespace korva::api {
 namespace {
@@ -31,8 +37,8 @@ struct CodeCounters {
   // Puts the counters of the codes of a list and a record back to their rest values.
   struct Clearer {
     CodeCounters& counters;
-    const std::vector<const ListItem*>& items;
-    const std::vector<Slot>& slots;
+    std::span<const ListItem* const> items;
+    std::span<const Slot> slots;
     ~Clearer() {
       for (const ListItem* item : items) clear(item->code);
       for (const Slot& slot : slots) clear(slot.code);
@@ -45,6 +51,8 @@ struct CodeCounters {
     }
   };
 };
+
+using ItemList = InlineVector<const ListItem*, 48>;
 
 // Writes one list value over a record value, keeping the record's text where the value
 // did not change, so that untouched numbers keep their spelling.
@@ -89,8 +97,10 @@ void writeOver(const ListItem& item, const RecordView& view, const Slot& slot,
 
 // The section (count of subclass markers before it) where a group the record lacks
 // goes; the last section when the layout doesn't tell.
+using MarkerSlots = InlineVector<size_t, 8>;
+
 size_t sectionForNewCode(const db::Record& record, const RecordView& view,
-                         const std::vector<size_t>& markerSlots, int code) {
+                         const MarkerSlots& markerSlots, int code) {
   size_t last = markerSlots.size();
   if (markerSlots.empty()) return last;
   int flags = static_cast<int>(db::parseInteger(record.find(70).value_or("0")).value_or(0));
@@ -112,24 +122,35 @@ size_t sectionForNewCode(const db::Record& record, const RecordView& view,
   return last;
 }
 
-bool isTableRecordType(std::string_view type) {
-  for (std::string_view each :
-       {"LAYER", "LTYPE", "STYLE", "DIMSTYLE", "APPID", "UCS", "VIEW", "VPORT"}) {
-    if (type == each) return true;
-  }
-  return false;
+bool layerIsLocked(const db::Record& layer) {
+  return (db::parseInteger(layer.find(70).value_or("0")).value_or(0) & 4) != 0;
 }
+
+// What a list asks beyond its values: the space it names (67) and a new name (2) for a
+// table record.
+struct Requests {
+  std::optional<bool> paperSpace;
+  const ListItem* newName = nullptr;
+};
 
 int modifyRecord(Document& document, db::Record& record, const ParsedList& parsed) {
   db::Database& database = document.database();
   bool entity = isEntity(database, record);
-  if (entity && isLayerLocked(database, record.find(8).value_or("0"))) return RTERROR;
-  bool layoutGroupsDerived = entity && layoutOf(database, record).inLayout;
+  std::string_view layerName = entity ? record.find(8).value_or("0") : std::string_view();
+  db::Record* layer = entity ? database.tableEntry("LAYER", layerName) : nullptr;
+  if (layer && layerIsLocked(*layer)) return RTERROR;
+  LayoutOfEntity layout = entity ? layoutOf(database, record) : LayoutOfEntity{};
+  bool layoutGroupsDerived = layout.inLayout;
+  // A block's own BLOCK and ENDBLK stand in no space; a part's space is its entity's.
+  bool blockFrame = record.type() == "BLOCK" || record.type() == "ENDBLK";
+  bool mainEntity = layoutGroupsDerived && !isSubEntityType(record.type()) && !blockFrame;
+  bool tableRecord = isTableRecordType(record.type()) || record.type() == "BLOCK";
   int handleCode = record.type() == "DIMSTYLE" ? 105 : 5;
 
   // The list's values that stand for the record's own groups.
-  std::vector<const ListItem*> body;
+  ItemList body;
   body.reserve(parsed.items.size());
+  Requests requests;
   bool full = false;
   bool inAppGroup = false;
   bool ownerSeen = false;
@@ -140,7 +161,11 @@ int modifyRecord(Document& document, db::Record& record, const ParsedList& parse
       continue;
     }
     if (inAppGroup || code == -1 || code == -2 || code == 5 || code == handleCode) continue;
-    if (layoutGroupsDerived && (code == 67 || code == 410)) continue;
+    if (layoutGroupsDerived && (code == 67 || code == 410)) {
+      // The space follows the owner; a main entity's 67 moves it.
+      if (code == 67 && mainEntity) requests.paperSpace = item.integer != 0;
+      continue;
+    }
     if (code == 0) {
       if (!db::sameName(item.text, record.type())) return RTERROR;
       continue;
@@ -154,12 +179,13 @@ int modifyRecord(Document& document, db::Record& record, const ParsedList& parse
       continue;
     }
     if (code == 8 && entity && item.text.empty()) return RTERROR;
-    if (code == 2 && isTableRecordType(record.type())) {
-      db::Record* namesake = database.tableEntry(record.type(), item.text);
-      if (item.text.empty() || (namesake && namesake != &record)) return RTERROR;
+    if (code == 2 && tableRecord && !requests.newName) {
+      if (!acceptableNewName(database, record, item.text)) return RTERROR;
+      requests.newName = &item;
     }
     body.push_back(&item);
   }
+  bool moveSpace = requests.paperSpace && *requests.paperSpace != layout.paperSpace;
 
   RecordView view = viewOf(record);
   auto isBodySlot = [&](size_t i) {
@@ -175,7 +201,8 @@ int modifyRecord(Document& document, db::Record& record, const ParsedList& parse
   // Counters kept between calls and cleared for the codes used, so that a call costs
   // what its list and record hold, not the range of group codes.
   static thread_local CodeCounters counters;
-  CodeCounters::Clearer clearer{counters, body, view.slots};
+  CodeCounters::Clearer clearer{counters, std::span(body.data(), body.size()),
+                                std::span(view.slots.data(), view.slots.size())};
   std::vector<int>& listCount = counters.listCount;
   std::vector<int>& recordCount = counters.recordCount;
   std::vector<int>& seen = counters.seen;
@@ -190,22 +217,27 @@ int modifyRecord(Document& document, db::Record& record, const ParsedList& parse
       placed += listCount[index];
     }
   }
-  std::vector<const ListItem*> byCode(body.size());
+  ItemList byCode;
+  byCode.resize(body.size(), nullptr);
   for (const ListItem* item : body) {
     int index = slotIndex(item->code);
     byCode[start[index] + seen[index]++] = item;
   }
   for (const ListItem* item : body) seen[slotIndex(item->code)] = 0;
-  std::vector<size_t> markerSlots;
+  MarkerSlots markerSlots;
   for (size_t i = 0; i < view.extendedStart; ++i) {
     if (view.slots[i].code == 100 && !view.slots[i].inAppGroup) markerSlots.push_back(i);
     if (isBodySlot(i)) ++recordCount[slotIndex(view.slots[i].code)];
   }
   // Values for codes the record lacks go to the end of their subclass.
-  std::vector<std::vector<const ListItem*>> newBySection(markerSlots.size() + 1);
+  struct NewValue {
+    size_t section;
+    const ListItem* item;
+  };
+  InlineVector<NewValue, 8> newValues;
   for (const ListItem* item : body) {
     if (recordCount[slotIndex(item->code)] == 0) {
-      newBySection[sectionForNewCode(record, view, markerSlots, item->code)].push_back(item);
+      newValues.push_back({sectionForNewCode(record, view, markerSlots, item->code), item});
     }
   }
   auto twoDimensional = [&](int code) {
@@ -219,9 +251,10 @@ int modifyRecord(Document& document, db::Record& record, const ParsedList& parse
   out.reserve(view.groups.size() + body.size() + 2);
   size_t section = 0;
   auto flushUpTo = [&](size_t last) {
-    for (; section <= last && section < newBySection.size(); ++section) {
-      for (const ListItem* item : newBySection[section]) {
-        appendGroups(*item, twoDimensional(item->code), out);
+    for (; section <= last && section <= markerSlots.size(); ++section) {
+      for (const NewValue& value : newValues) {
+        if (value.section == section)
+          appendGroups(*value.item, twoDimensional(value.item->code), out);
       }
     }
   };
@@ -259,13 +292,14 @@ int modifyRecord(Document& document, db::Record& record, const ParsedList& parse
       copySlot(slot);
     }
   }
-  flushUpTo(newBySection.size());
+  flushUpTo(markerSlots.size());
 
   if (parsed.hasExtended) {
     if (!mergeExtendedData(database, &view, parsed.extended, out)) return RTERROR;
   } else {
     for (size_t i = view.extendedStart; i < view.slots.size(); ++i) copySlot(view.slots[i]);
   }
+  if (moveSpace && !writeSpaceMove(database, record, *requests.paperSpace, out)) return RTERROR;
 
   bool unchanged = out.size() == view.groups.size() &&
                    std::equal(out.begin(), out.end(), view.groups.begin(),
@@ -275,10 +309,18 @@ int modifyRecord(Document& document, db::Record& record, const ParsedList& parse
   if (unchanged) return RTNORM;
   if (entity) {
     for (const ListItem* item : body) {
-      if (item->code == 8 && !ensureLayer(database, item->text)) return RTERROR;
+      // The entity's own layer was found above; only another name may need making.
+      if (item->code != 8 || (layer && db::sameName(item->text, layerName))) continue;
+      if (!ensureLayer(database, item->text)) return RTERROR;
     }
   }
+  std::string oldName;
+  if (requests.newName) oldName = std::string(record.find(2).value_or(""));
   record.assign(std::move(out));
+  if (moveSpace) moveFollowersToSpace(database, record, *requests.paperSpace);
+  if (requests.newName && oldName != requests.newName->text) {
+    renameReferences(database, record, oldName, requests.newName->text);
+  }
   database.recordChanged();
   return RTNORM;
 }

@@ -62,7 +62,7 @@ void EntityOutliner::add(const db::Record& record, std::span<db::Record* const> 
     addBlock(values.text(2));
     builder_.popTransform();
   } else if (type == "HATCH") {
-    addHatch(values);
+    addHatch(record, values);
   } else if (type == "TEXT" || type == "ATTDEF" || type == "ATTRIB") {
     addLineText(record, values);
   } else if (type == "MTEXT") {

@@ -31,7 +31,7 @@ class EntityOutliner {
   void addSpline(const EntityValues& values);
   void addInsert(const EntityValues& values, std::span<db::Record* const> followers);
   void addBlock(std::string_view name);
-  void addHatch(const EntityValues& values);
+  void addHatch(const db::Record& record, const EntityValues& values);
   void addLineText(const db::Record& record, const EntityValues& values);
   void addParagraphText(const EntityValues& values);
   void addImage(const EntityValues& values);

@@ -1,6 +1,7 @@
 #include "list_values.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 #include "db/handle.h"
@@ -42,9 +43,19 @@ bool takeNode(const ResultBuffer& node, Document& document, ListItem& item) {
     case ValueKind::String: {
       // A string handed back as null (a caller took it over) stands for empty text.
       if (value.rstring == nullptr) return true;
-      std::wstring_view text(value.rstring);
-      if (text.find_first_of(L"\r\n") != std::wstring_view::npos) return false;
-      item.text = toDrawingText(document, text);
+      // One pass for the common case: plain ASCII is drawing text in every encoding.
+      const wchar_t* end = value.rstring;
+      bool ascii = true;
+      for (; *end; ++end) {
+        if (*end == L'\r' || *end == L'\n') return false;
+        ascii = ascii && *end < 0x80 && *end != L'\\';
+      }
+      std::wstring_view text(value.rstring, static_cast<size_t>(end - value.rstring));
+      if (ascii) {
+        item.text.assign(text.begin(), text.end());
+      } else {
+        item.text = toDrawingText(document, text);
+      }
       return true;
     }
     case ValueKind::EntityName: {
@@ -84,12 +95,12 @@ std::optional<ParsedList> parseList(const ResultBuffer* list, Document& document
       parsed.hasExtended = true;
       continue;
     }
-    ListItem item;
-    if (!takeNode(*node, document, item)) return std::nullopt;
     // Extended data codes only after -3, and after -3 nothing else.
-    bool extendedCode = item.code >= 1000 && item.code <= 1071;
+    int code = node->type == RTDXF0 ? 0 : node->type;
+    bool extendedCode = code >= 1000 && code <= 1071;
     if (extendedCode != parsed.hasExtended) return std::nullopt;
-    (parsed.hasExtended ? parsed.extended : parsed.items).push_back(std::move(item));
+    std::vector<ListItem>& items = parsed.hasExtended ? parsed.extended : parsed.items;
+    if (!takeNode(*node, document, items.emplace_back())) return std::nullopt;
   }
   return parsed;
 }
@@ -121,8 +132,36 @@ void appendGroups(const ListItem& item, bool twoDimensional, std::vector<db::Own
   }
 }
 
+std::optional<double> readReal(std::string_view text) {
+  // Most reals of a drawing are short decimals ("10.0", "-2.5"): digits that fit a
+  // double exactly, divided by an exact power of ten, give the correctly rounded value.
+  static constexpr double kPowers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                       1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  size_t i = 0;
+  bool negative = !text.empty() && text[0] == '-';
+  if (negative) ++i;
+  uint64_t digits = 0;
+  int count = 0, fraction = -1;
+  for (; i < text.size() && count <= 15; ++i) {
+    char c = text[i];
+    if (c == '.' && fraction < 0) {
+      fraction = 0;
+      continue;
+    }
+    if (c < '0' || c > '9') break;
+    digits = digits * 10 + static_cast<uint64_t>(c - '0');
+    ++count;
+    if (fraction >= 0) ++fraction;
+  }
+  if (i == text.size() && count > 0 && count <= 15) {
+    double value = static_cast<double>(digits) / kPowers[fraction < 0 ? 0 : fraction];
+    return negative ? -value : value;
+  }
+  return db::parseReal(text);
+}
+
 bool sameReal(std::string_view text, double value) {
-  std::optional<double> parsed = db::parseReal(text);
+  std::optional<double> parsed = readReal(text);
   return parsed && *parsed == value;
 }
 
@@ -215,7 +254,7 @@ void ListBuilder::addGroupValue(int code, std::string_view text) {
     case ValueKind::Real:
     case ValueKind::Point2d:
     case ValueKind::Point3d:
-      addReal(code, db::parseReal(text).value_or(0.0));
+      addReal(code, readReal(text).value_or(0.0));
       return;
     case ValueKind::Int16:
     case ValueKind::Int32:

@@ -38,6 +38,9 @@ std::optional<ParsedList> parseList(const ResultBuffer* list, Document& document
 // The DXF groups of an item; a point gives two groups when `twoDimensional`.
 void appendGroups(const ListItem& item, bool twoDimensional, std::vector<db::OwnedGroup>& out);
 
+// The value of a real's text, as the DXF reader reads it; quick for plain decimals.
+std::optional<double> readReal(std::string_view text);
+
 // Whether a group's text (and, for points, the texts of its Y and Z) holds the value.
 bool sameReal(std::string_view text, double value);
 

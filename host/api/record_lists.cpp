@@ -23,7 +23,7 @@ void addSlot(ListBuilder& builder, const RecordView& view, const Slot& slot) {
   if (slot.count > 1) {
     double point[3] = {0, 0, 0};
     for (int axis = 0; axis < slot.count; ++axis) {
-      point[axis] = db::parseReal(view.groups[slot.first + axis].value).value_or(0.0);
+      point[axis] = readReal(view.groups[slot.first + axis].value).value_or(0.0);
     }
     builder.addPoint(slot.code, point);
     return;

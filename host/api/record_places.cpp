@@ -112,22 +112,27 @@ LayoutOfEntity layoutOf(db::Database& database, const db::Record& record) {
   } else if (startsWithName(name, "*Paper_Space")) {
     layout.inLayout = true;
     layout.paperSpace = true;
-    layout.layoutName = "Layout1";
-    std::optional<std::string_view> link = blockRecord->find(340);
-    if (db::Record* object = database.lookup(db::parseHandle(link.value_or("")).value_or(0))) {
-      // The layout's name is the 1 of its AcDbLayout part; AcDbPlotSettings has one too.
-      if (object->type() != "LAYOUT") return layout;
-      bool inLayoutPart = false;
-      for (const db::Group& group : object->groups()) {
-        if (group.code == 100) inLayoutPart = group.value == "AcDbLayout";
-        if (inLayoutPart && group.code == 1) {
-          layout.layoutName = group.value;
-          break;
-        }
-      }
-    }
+    layout.layoutName = layoutNameOf(database, *blockRecord);
   }
   return layout;
+}
+
+std::string_view layoutNameOf(db::Database& database, const db::Record& blockRecord) {
+  std::string_view name = "Layout1";
+  std::optional<std::string_view> link = blockRecord.find(340);
+  db::Record* object = database.lookup(db::parseHandle(link.value_or("")).value_or(0));
+  if (!object || object->type() != "LAYOUT") return name;
+  // The layout's name is the 1 of its AcDbLayout part; AcDbPlotSettings has one too.
+  bool inLayoutPart = false;
+  object->forEachGroup([&](const db::Group& group) {
+    if (group.code == 100) inLayoutPart = group.value == "AcDbLayout";
+    if (inLayoutPart && group.code == 1) {
+      name = group.value;
+      return false;
+    }
+    return true;
+  });
+  return name;
 }
 
 db::Record* currentSpaceRecord(db::Database& database) {

@@ -38,6 +38,8 @@ struct LayoutOfEntity {
   std::string_view layoutName;  // "Model" or the LAYOUT object's name
 };
 LayoutOfEntity layoutOf(db::Database& database, const db::Record& record);
+// The name of the layout a paper-space block record belongs to.
+std::string_view layoutNameOf(db::Database& database, const db::Record& blockRecord);
 
 // The block record of the current space.
 db::Record* currentSpaceRecord(db::Database& database);

@@ -6,20 +6,20 @@
 
 namespace korva::api {
 
-RecordView viewOf(const db::Record& record) {
-  RecordView view;
-  view.groups = record.groupList();
-  const std::vector<db::Group>& groups = view.groups;
-  view.slots.reserve(groups.size());
+RecordView::RecordView(const db::Record& record) {
+  record.forEachGroup([&](const db::Group& group) {
+    groups.push_back(group);
+    return true;
+  });
   bool inAppGroup = false;
   bool extended = false;
-  view.extendedStart = SIZE_MAX;
+  extendedStart = SIZE_MAX;
   int handleCode = record.type() == "DIMSTYLE" ? 105 : 5;
   for (size_t i = 0; i < groups.size(); ++i) {
     Slot slot{groups[i].code, i, 1, inAppGroup};
     if (groups[i].code == 1001 && !extended) {
       extended = true;
-      view.extendedStart = view.slots.size();
+      extendedStart = slots.size();
     }
     if (groups[i].code == 102) {
       inAppGroup = !groups[i].value.empty() && groups[i].value[0] == '{';
@@ -33,16 +33,15 @@ RecordView viewOf(const db::Record& record) {
       }
     }
     if (!extended && !slot.inAppGroup) {
-      if (slot.code == handleCode && view.handleSlot < 0) {
-        view.handleSlot = static_cast<int>(view.slots.size());
-      } else if (slot.code == 330 && view.ownerSlot < 0) {
-        view.ownerSlot = static_cast<int>(view.slots.size());
+      if (slot.code == handleCode && handleSlot < 0) {
+        handleSlot = static_cast<int>(slots.size());
+      } else if (slot.code == 330 && ownerSlot < 0) {
+        ownerSlot = static_cast<int>(slots.size());
       }
     }
-    view.slots.push_back(slot);
+    slots.push_back(slot);
   }
-  if (view.extendedStart == SIZE_MAX) view.extendedStart = view.slots.size();
-  return view;
+  if (extendedStart == SIZE_MAX) extendedStart = slots.size();
 }
 
 }  // namespace korva::api

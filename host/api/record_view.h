@@ -3,9 +3,9 @@
 #pragma once
 
 #include <cstddef>
-#include <vector>
 
 #include "db/record.h"
+#include "inline_vector.h"
 
 namespace korva::api {
 
@@ -17,14 +17,19 @@ struct Slot {
   bool inAppGroup = false;  // inside 102 {...}
 };
 
+// Most records have a few dozen groups; those fit without a heap block.
 struct RecordView {
-  std::vector<db::Group> groups;
-  std::vector<Slot> slots;
+  explicit RecordView(const db::Record& record);
+
+  InlineVector<db::Group, 48> groups;
+  InlineVector<Slot, 40> slots;
   int handleSlot = -1;
   int ownerSlot = -1;
   size_t extendedStart = 0;  // first slot of extended data (slots.size() when none)
 };
 
-RecordView viewOf(const db::Record& record);
+inline RecordView viewOf(const db::Record& record) {
+  return RecordView(record);
+}
 
 }  // namespace korva::api

@@ -49,6 +49,19 @@ bool SelectionSetData::remove(db::Handle handle) {
   return true;
 }
 
+// A set's second word is its drawing's serial with this bit set, so that an entity name,
+// which has the same shape, is never taken for a set (a command freeing a member's name
+// must not free a set whose number equals the member's handle).
+namespace {
+
+constexpr int64_t kSetNameTag = int64_t{1} << 62;
+
+int64_t setNameWord(uint64_t documentSerial) {
+  return static_cast<int64_t>(documentSerial) | kSetNameTag;
+}
+
+}  // namespace
+
 bool openSelectionSet(Document& document, std::vector<db::Handle> members, SelectionSet out) {
   Registry& all = registry();
   if (static_cast<int>(all.sets.size()) >= kMaxOpenSelectionSets) return false;
@@ -58,7 +71,7 @@ bool openSelectionSet(Document& document, std::vector<db::Handle> members, Selec
   data.members = std::move(members);
   ++document.selection().openSets;
   out[0] = id;
-  out[1] = static_cast<int64_t>(document.serial());
+  out[1] = setNameWord(document.serial());
   return true;
 }
 
@@ -66,7 +79,7 @@ SelectionSetData* findSelectionSet(const SelectionSet set) {
   if (!set) return nullptr;
   Registry& all = registry();
   auto it = all.sets.find(set[0]);
-  if (it == all.sets.end() || static_cast<int64_t>(it->second.documentSerial) != set[1]) {
+  if (it == all.sets.end() || setNameWord(it->second.documentSerial) != set[1]) {
     return nullptr;
   }
   return &it->second;

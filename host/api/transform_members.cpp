@@ -1,8 +1,9 @@
 // qxedXformSS: moving, rotating, mirroring and scaling set members by rewriting their
-// groups. Hatches, dimensions, leaders, images and the other kinds are left out for now:
-// a set holding one of them is refused as a whole.
-#include <cmath>
-#include <numbers>
+// groups. Every member is worked out before any is written: a set holding one member the
+// map can't carry is refused as a whole and left as it was.
+#include <map>
+#include <span>
+#include <string>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -10,8 +11,11 @@
 #include "document.h"
 #include "geom/affine.h"
 #include "objects/entity_transform.h"
+#include "objects/group_transform.h"
 #include "qx_selection.h"
+#include "record_places.h"
 #include "selection_sets.h"
+#include "transform_kinds.h"
 
 namespace korva::api {
 
@@ -19,201 +23,228 @@ namespace {
 
 using geom::Affine3;
 using geom::Vec3;
-using Groups = std::vector<db::OwnedGroup>;
+using transform::Groups;
 
-constexpr double kDegree = std::numbers::pi / 180;
+using Followers = std::span<db::Record* const>;
 
-bool isTransformable(std::string_view type) {
-  static const std::unordered_set<std::string_view> kinds = {
-      "LINE",   "POINT",  "CIRCLE", "ARC",   "ELLIPSE", "LWPOLYLINE", "POLYLINE", "TEXT", "MTEXT",
-      "INSERT", "ATTRIB", "ATTDEF", "SOLID", "TRACE",   "3DFACE",     "SPLINE",   "RAY",  "XLINE"};
-  return kinds.count(type) != 0;
-}
-
-// A point stored as X, Y and maybe Z groups; indices into the group list.
-struct PointSlot {
-  size_t x = 0;
-  long y = -1, z = -1;
+// New groups for a record, written when the whole set is known to follow the map.
+struct Change {
+  db::Record* record = nullptr;
+  Groups groups;
 };
 
-std::vector<PointSlot> pointSlots(const Groups& groups, int code) {
-  std::vector<PointSlot> slots;
-  for (size_t i = 0; i < groups.size(); ++i) {
-    if (groups[i].code == 1001) break;  // extended data keeps its own meaning
-    if (groups[i].code != code) continue;
-    PointSlot slot{i};
-    if (i + 1 < groups.size() && groups[i + 1].code == code + 10) slot.y = static_cast<long>(i + 1);
-    if (slot.y >= 0 && i + 2 < groups.size() && groups[i + 2].code == code + 20) {
-      slot.z = static_cast<long>(i + 2);
-    }
-    slots.push_back(slot);
+// A dimension block shared with dimensions outside the set: the set's dimensions get a
+// transformed copy, so that the others keep their picture.
+struct BlockCopy {
+  db::BlockDefinition* source = nullptr;
+  std::vector<Change> entities;  // the source's records with the copies' groups
+  std::vector<size_t> dimensionChanges;
+};
+
+std::string upperName(std::string_view name) {
+  std::string upper(name);
+  for (char& c : upper) {
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
   }
-  return slots;
+  return upper;
 }
 
-double number(const db::OwnedGroup& group) {
-  return db::parseReal(group.value).value_or(0);
-}
-
-Vec3 readSlot(const Groups& groups, const PointSlot& slot, double z = 0) {
-  return {number(groups[slot.x]), slot.y >= 0 ? number(groups[slot.y]) : 0,
-          slot.z >= 0 ? number(groups[slot.z]) : z};
-}
-
-void writeSlot(Groups& groups, const PointSlot& slot, Vec3 p) {
-  groups[slot.x].value = db::formatReal(p.x);
-  if (slot.y >= 0) groups[slot.y].value = db::formatReal(p.y);
-  if (slot.z >= 0) groups[slot.z].value = db::formatReal(p.z);
-}
-
-db::OwnedGroup* findGroup(Groups& groups, int code) {
-  for (db::OwnedGroup& group : groups) {
-    if (group.code == 1001) break;
-    if (group.code == code) return &group;
-  }
-  return nullptr;
-}
-
-// Sets a value, adding the group at the end of the entity's own groups when missing.
-void putReal(Groups& groups, int code, double value) {
-  if (db::OwnedGroup* group = findGroup(groups, code)) {
-    group->value = db::formatReal(value);
-    return;
-  }
-  auto end = groups.begin();
-  while (end != groups.end() && end->code != 1001) ++end;
-  groups.insert(end, {code, db::formatReal(value)});
-}
-
-void putPoint(Groups& groups, int code, Vec3 value) {
-  std::vector<PointSlot> slots = pointSlots(groups, code);
-  if (!slots.empty()) {
-    writeSlot(groups, slots[0], value);
-    return;
-  }
-  putReal(groups, code, value.x);
-  putReal(groups, code + 10, value.y);
-  putReal(groups, code + 20, value.z);
-}
-
-void scaleReals(Groups& groups, std::initializer_list<int> codes, double factor) {
-  for (db::OwnedGroup& group : groups) {
-    if (group.code == 1001) break;
-    for (int code : codes) {
-      if (group.code == code) group.value = db::formatReal(number(group) * factor);
-    }
-  }
-}
-
-class MemberTransformer {
+class SetTransform {
  public:
-  MemberTransformer(const Affine3& map, double scale)
-      : map_(map), scale_(scale), mirrored_(map.determinant() < 0) {}
+  SetTransform(db::Database& database, const Affine3& map) : database_(database), map_(map) {}
 
-  void transform(db::Record& record, std::span<db::Record* const> followers);
+  bool add(db::Record& record, Followers followers) {
+    if (!entity(record, followers, changes_)) return false;
+    if (record.type() == "DIMENSION") {
+      std::string name(record.find(2).value_or(""));
+      if (!name.empty()) dimensionsByBlock_[upperName(name)].push_back(changes_.size() - 1);
+    }
+    return true;
+  }
+
+  // The pictures of the dimensions: false when one holds what the map can't carry.
+  bool planDimensionBlocks();
+  void commit();
 
  private:
-  Vec3 extrusion(Groups& groups) {
-    std::vector<PointSlot> slots = pointSlots(groups, 210);
-    return slots.empty() ? Vec3{0, 0, 1} : readSlot(groups, slots[0], 1);
-  }
-  void setExtrusion(Groups& groups, Vec3 normal) {
-    if (!pointSlots(groups, 210).empty() || std::fabs(normal.z - 1) > 1e-12) {
-      putPoint(groups, 210, normal);
-    }
-  }
-  void worldPoints(Groups& groups, int code) {
-    for (const PointSlot& slot : pointSlots(groups, code)) {
-      writeSlot(groups, slot, map_.point(readSlot(groups, slot)));
-    }
-  }
-  void worldVectors(Groups& groups, int code, bool unit) {
-    for (const PointSlot& slot : pointSlots(groups, code)) {
-      Vec3 v = map_.vector(readSlot(groups, slot));
-      writeSlot(groups, slot, unit ? geom::normalized(v) : v);
-    }
-  }
-  // Object-system points from the old system into the new one; returns the new map.
-  void objectPoints(Groups& groups, int code, const Affine3& from, const Affine3& toInverse) {
-    for (const PointSlot& slot : pointSlots(groups, code)) {
-      writeSlot(groups, slot, toInverse.point(map_.point(from.point(readSlot(groups, slot)))));
-    }
-  }
-  // The angle in the new object system of a direction given by angle in the old one.
-  double angleAfter(double angle, const Affine3& from, const Affine3& toInverse) {
-    Vec3 d = toInverse.vector(map_.vector(from.vector({std::cos(angle), std::sin(angle), 0})));
-    return std::atan2(d.y, d.x);
-  }
+  bool entity(db::Record& record, Followers followers, std::vector<Change>& out);
+  bool polyline(db::Record& record, Followers followers, std::vector<Change>& out);
+  bool blockEntities(db::BlockDefinition& block, std::vector<Change>& out);
+  std::vector<db::Record*> dimensionsNaming(std::string_view blockName);
+  void makeCopy(BlockCopy& copy);
 
-  void polyline(Groups& groups, std::span<db::Record* const> followers);
-
+  db::Database& database_;
   Affine3 map_;
-  double scale_;
-  bool mirrored_;
+  std::vector<Change> changes_;
+  std::map<std::string, std::vector<size_t>> dimensionsByBlock_;  // indices into changes_
+  std::vector<BlockCopy> copies_;
 };
 
-void MemberTransformer::transform(db::Record& record, std::span<db::Record* const> followers) {
+bool SetTransform::entity(db::Record& record, Followers followers, std::vector<Change>& out) {
   std::string_view type = record.type();
-  if (type == "POLYLINE") {
-    Groups groups = record.ownedGroups();
-    polyline(groups, followers);
-    record.assign(std::move(groups));
-    return;
-  }
-  // The rest is the general entity transform; a similarity keeps every kind its kind.
-  TransformedEntity result;
-  if (transformEntity(type, record.ownedGroups(), map_, result))
-    record.assign(std::move(result.groups));
-  if (type != "INSERT") return;
+  if (type == "POLYLINE") return polyline(record, followers, out);
+  Groups groups;
+  if (!transformGroups(type, record.ownedGroups(), map_, groups)) return false;
+  out.push_back({&record, std::move(groups)});
+  if (type != "INSERT") return true;
   for (db::Record* follower : followers) {
     if (follower->type() != "ATTRIB") break;
-    if (transformEntity("ATTRIB", follower->ownedGroups(), map_, result)) {
-      follower->assign(std::move(result.groups));
-    }
+    if (!transformGroups("ATTRIB", follower->ownedGroups(), map_, groups)) return false;
+    out.push_back({follower, std::move(groups)});
   }
+  return true;
 }
 
-void MemberTransformer::polyline(Groups& groups, std::span<db::Record* const> followers) {
-  long long flags =
-      db::parseInteger(findGroup(groups, 70) ? findGroup(groups, 70)->value : "0").value_or(0);
+bool SetTransform::polyline(db::Record& record, Followers followers, std::vector<Change>& out) {
+  using namespace transform;
+  Groups groups = record.ownedGroups();
+  long long flags = db::parseInteger(find(groups, 70) ? find(groups, 70)->value : "0").value_or(0);
   bool world = (flags & (8 | 16 | 64)) != 0;
-  Vec3 normal = extrusion(groups);
-  Vec3 newNormal = world ? normal : map_.normal(normal);
-  Affine3 from = geom::objectToWorld(normal);
-  Affine3 toInverse = geom::objectToWorld(newNormal).inverse();
-  std::vector<PointSlot> own = pointSlots(groups, 10);
-  double elevation = own.empty() ? 0 : readSlot(groups, own[0]).z;
-  double newElevation = elevation;
+  double scale = 1;
+  bool similar = geom::isSimilarity(map_, scale);
+  std::vector<Groups> vertices;
   for (db::Record* follower : followers) {
     if (follower->type() != "VERTEX") break;
-    Groups vertex = follower->ownedGroups();
-    for (const PointSlot& slot : pointSlots(vertex, 10)) {
-      Vec3 p = readSlot(vertex, slot);
+    vertices.push_back(follower->ownedGroups());
+  }
+  if (!similar && !world) {
+    // A plane polyline stays exact without arcs, widths, curve fitting or a thickness
+    // the map tilts.
+    if ((flags & 2) || anyNonZero(groups, {40, 41}) || !thicknessFollows(groups, map_)) {
+      return false;
+    }
+    for (Groups& vertex : vertices) {
+      if (anyNonZero(vertex, {40, 41, 42})) return false;
+    }
+  }
+  Vec3 normal = extrusion(groups);
+  PlaneMove move(map_, normal);
+  Vec3 own;
+  double elevation = readPoint(groups, 10, own) ? own.z : 0;
+  double newElevation = move.point(map_, {0, 0, elevation}).z;
+  for (size_t i = 0; i < vertices.size(); ++i) {
+    Groups& vertex = vertices[i];
+    Vec3 p;
+    if (readPoint(vertex, 10, p)) {
       if (world) {
-        writeSlot(vertex, slot, map_.point(p));
+        writePoint(vertex, 10, map_.point(p));
       } else {
         p.z = elevation;
-        p = toInverse.point(map_.point(from.point(p)));
-        newElevation = p.z;
-        writeSlot(vertex, slot, p);
+        writePoint(vertex, 10, move.point(map_, p));
       }
     }
-    if (!world) scaleReals(vertex, {40, 41}, scale_);
-    follower->assign(std::move(vertex));
+    if (!world) scaleReals(vertex, {40, 41}, scale);
+    out.push_back({followers[i], std::move(vertex)});
   }
   if (!world) {
-    if (!own.empty()) writeSlot(groups, own[0], {0, 0, newElevation});
-    scaleReals(groups, {39, 40, 41}, scale_);
-    setExtrusion(groups, newNormal);
+    if (find(groups, 10)) writePoint(groups, 10, {0, 0, newElevation});
+    scaleReals(groups, {40, 41}, scale);
+    scaleThickness(groups, map_, normal);
+    setExtrusion(groups, move.newNormal);
   }
+  out.push_back({&record, std::move(groups)});
+  return true;
+}
+
+bool SetTransform::blockEntities(db::BlockDefinition& block, std::vector<Change>& out) {
+  Followers all(block.entities);
+  for (size_t i = 0; i < all.size(); ++i) {
+    db::Record& record = *all[i];
+    if (record.isErased() || isSubEntityType(record.type())) continue;
+    if (!entity(record, all.subspan(i + 1), out)) return false;
+  }
+  return true;
+}
+
+std::vector<db::Record*> SetTransform::dimensionsNaming(std::string_view blockName) {
+  std::vector<db::Record*> found;
+  auto scan = [&](const std::vector<db::Record*>& records) {
+    for (db::Record* record : records) {
+      if (!record->isErased() && record->type() == "DIMENSION" &&
+          db::sameName(record->find(2).value_or(""), blockName))
+        found.push_back(record);
+    }
+  };
+  if (std::vector<db::Record*>* entities = database_.entities()) scan(*entities);
+  if (db::Section* blocks = database_.section(db::SectionKind::Blocks)) {
+    for (db::BlockDefinition& block : blocks->blocks) scan(block.entities);
+  }
+  return found;
+}
+
+bool SetTransform::planDimensionBlocks() {
+  for (auto& [name, indices] : dimensionsByBlock_) {
+    db::BlockDefinition* block = database_.block(name);
+    if (!block) continue;  // a dimension without its picture draws from its values
+    std::unordered_set<const db::Record*> inSet;
+    for (size_t index : indices) inSet.insert(changes_[index].record);
+    bool shared = false;
+    for (db::Record* user : dimensionsNaming(name)) shared = shared || !inSet.count(user);
+    if (!shared) {
+      if (!blockEntities(*block, changes_)) return false;
+      continue;
+    }
+    BlockCopy copy{block, {}, indices};
+    if (!blockEntities(*block, copy.entities)) return false;
+    copies_.push_back(std::move(copy));
+  }
+  return true;
+}
+
+void SetTransform::makeCopy(BlockCopy& copy) {
+  std::string name;
+  for (int number = 1; name.empty(); ++number) {
+    std::string candidate = "*D" + std::to_string(number);
+    if (!database_.block(candidate) && !database_.tableEntry("BLOCK_RECORD", candidate))
+      name = candidate;
+  }
+  Vec3 base;
+  Groups sourceBegin = copy.source->begin->ownedGroups();
+  transform::readPoint(sourceBegin, 10, base);
+  db::BlockDefinition* made = database_.addBlock(name, base.x, base.y, base.z);
+  if (!made) return;
+  made->begin->setValue(70, copy.source->begin->find(70).value_or("1"));
+  db::Handle blockRecord = made->begin->owner();
+  db::Record* main = nullptr;
+  for (Change& change : copy.entities) {
+    // The copy shares no dictionary or reactors with its original and gets a handle
+    // of its own.
+    Groups groups;
+    bool inAppGroup = false;
+    bool ownerSet = false;
+    bool part = isSubEntityType(change.record->type());
+    db::Handle owner = part && main ? main->handle() : blockRecord;
+    for (db::OwnedGroup& group : change.groups) {
+      if (group.code == 102) {
+        inAppGroup = !group.value.empty() && group.value[0] == '{';
+        continue;
+      }
+      if (inAppGroup || group.code == 5) continue;
+      if (group.code == 330 && !ownerSet) {
+        group.value = db::formatHandle(owner);
+        ownerSet = true;
+      }
+      groups.push_back(std::move(group));
+    }
+    if (!ownerSet) groups.insert(groups.begin(), {330, db::formatHandle(owner)});
+    db::Record* record = database_.addEntity(std::move(groups), change.record->type(), made);
+    if (!part) main = record;
+  }
+  for (size_t index : copy.dimensionChanges) transform::put(changes_[index].groups, 2, name);
+}
+
+void SetTransform::commit() {
+  for (BlockCopy& copy : copies_) makeCopy(copy);
+  for (Change& change : changes_) change.record->assign(std::move(change.groups));
+  database_.recordChanged();
 }
 
 // Where each record sits in its container, for the records that follow it.
-std::unordered_map<db::Handle, std::span<db::Record* const>> followersOf(
+std::unordered_map<db::Handle, Followers> followersOf(
     db::Database& database, const std::unordered_set<db::Handle>& wanted) {
-  std::unordered_map<db::Handle, std::span<db::Record* const>> found;
+  std::unordered_map<db::Handle, Followers> found;
   auto scan = [&](const std::vector<db::Record*>& records) {
-    std::span<db::Record* const> all(records);
+    Followers all(records);
     for (size_t i = 0; i < all.size(); ++i) {
       if (wanted.count(all[i]->handle())) found[all[i]->handle()] = all.subspan(i + 1);
     }
@@ -236,25 +267,25 @@ int qxedXformSS(const SelectionSet set, const double matrix[4][4]) {
   Document* document = DocumentList::instance().bySerial(data->documentSerial);
   if (!document) return RTERROR;
   korva::geom::Affine3 map;
-  double scale = 1;
-  if (!korva::geom::Affine3::fromMatrix4(matrix, map) || !korva::geom::isSimilarity(map, scale))
-    return RTERROR;
+  // A map that flattens space can't be carried by any entity.
+  if (!korva::geom::Affine3::fromMatrix4(matrix, map) || map.determinant() == 0) return RTERROR;
   korva::db::Database& database = document->database();
   std::vector<korva::db::Record*> records;
   std::unordered_set<korva::db::Handle> complex;
   for (korva::db::Handle handle : data->members) {
     korva::db::Record* record = database.lookup(handle);
-    if (!record || record->isErased() || !isTransformable(record->type())) return RTERROR;
+    if (!record || record->isErased()) return RTERROR;
     records.push_back(record);
     if (record->type() == "INSERT" || record->type() == "POLYLINE") complex.insert(handle);
   }
   auto followers = followersOf(database, complex);
-  MemberTransformer transformer(map, scale);
+  SetTransform transform(database, map);
   for (korva::db::Record* record : records) {
     auto found = followers.find(record->handle());
-    transformer.transform(
-        *record, found == followers.end() ? std::span<korva::db::Record* const>() : found->second);
+    if (!transform.add(*record, found == followers.end() ? Followers() : found->second))
+      return RTERROR;
   }
-  database.recordChanged();
+  if (!transform.planDimensionBlocks()) return RTERROR;
+  transform.commit();
   return RTNORM;
 }

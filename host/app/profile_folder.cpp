@@ -6,6 +6,7 @@
 #include <map>
 
 #include "api/system_variables.h"
+#include "ui/settings_stores.h"
 
 namespace korva::app {
 namespace {
@@ -62,6 +63,7 @@ void setProfileFolder(const std::string& folder) {
   static std::unique_ptr<FileVariableStore> store;
   store = std::make_unique<FileVariableStore>(folderPath() + "/variables.txt");
   api::setProfileVariableStore(store.get());
+  ui::setSettingsFolder(folderPath());
 }
 
 const std::string& profileFolder() {

@@ -250,7 +250,9 @@ StartResult Processor::runCommand(std::wstring_view typed, bool transparent) {
   lastStatus_ = execute(*command, nested);
   if (transparent && nested) {
     if (const CommandDefinition* resumed = activeCommand()) {
-      qxutPrintf(L"Resuming %s command.\n", resumed->globalName.c_str());
+      // A transparent command may leave its last line open, as CAL does with its value.
+      const wchar_t* lineStart = input::Console::instance().atLineStart() ? L"" : L"\n";
+      qxutPrintf(L"%sResuming %s command.\n", lineStart, resumed->globalName.c_str());
     }
   }
   return StartResult::Started;

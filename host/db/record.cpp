@@ -1,7 +1,6 @@
 #include "record.h"
 
 #include "group_code.h"
-#include "text_lines.h"
 
 namespace korva::db {
 
@@ -21,9 +20,13 @@ void Record::GroupIterator::advance() {
     atEnd_ = true;
     return;
   }
-  std::string_view codeLine = nextLine(position_, end);
-  current_.code = parseGroupCode(codeLine).value_or(0);
-  current_.value = nextLine(position_, end);
+  const char* codeEnd = record_text::lineEnd(position_, end);
+  current_.code = record_text::groupCodeOf(position_, codeEnd);
+  const char* valueStart = codeEnd < end ? codeEnd + 1 : end;
+  const char* valueEnd = record_text::lineEnd(valueStart, end);
+  position_ = valueEnd < end ? valueEnd + 1 : end;
+  if (valueEnd > valueStart && valueEnd[-1] == '\r') --valueEnd;
+  current_.value = std::string_view(valueStart, static_cast<size_t>(valueEnd - valueStart));
 }
 
 Record::Record(std::string_view type, std::string_view text, uint32_t flags)
@@ -44,8 +47,7 @@ Record::GroupRange Record::groups() const {
     it.position_ = source_.data();
     if (!hasFlag(kNoTypeLine)) {
       const char* end = source_.data() + source_.size();
-      nextLine(it.position_, end);
-      nextLine(it.position_, end);
+      it.position_ = record_text::nextLineStart(record_text::nextLineStart(it.position_, end), end);
     }
   }
   it.advance();
@@ -54,27 +56,40 @@ Record::GroupRange Record::groups() const {
 
 std::vector<Group> Record::groupList() const {
   std::vector<Group> list;
-  for (const Group& group : groups()) list.push_back(group);
+  if (owned_) list.reserve(owned_->size());
+  forEachGroup([&](const Group& group) {
+    list.push_back(group);
+    return true;
+  });
   return list;
 }
 
 std::optional<std::string_view> Record::find(int code) const {
-  for (const Group& group : groups()) {
-    if (group.code == code) return group.value;
-  }
-  return std::nullopt;
+  std::optional<std::string_view> found;
+  forEachGroup([&](const Group& group) {
+    if (group.code == code) found = group.value;
+    return !found;
+  });
+  return found;
 }
 
 size_t Record::groupCount() const {
   if (owned_) return owned_->size();
   size_t count = 0;
-  for (auto it = groups().begin(); it != GroupIterator(); ++it) ++count;
+  forEachGroup([&](const Group&) {
+    ++count;
+    return true;
+  });
   return count;
 }
 
 std::vector<OwnedGroup> Record::ownedGroups() const {
+  if (owned_) return *owned_;
   std::vector<OwnedGroup> copy;
-  for (const Group& group : groups()) copy.push_back({group.code, std::string(group.value)});
+  forEachGroup([&](const Group& group) {
+    copy.push_back({group.code, std::string(group.value)});
+    return true;
+  });
   return copy;
 }
 
@@ -110,7 +125,12 @@ void Record::assign(std::vector<OwnedGroup> groups) {
       }
     }
   }
-  owned_ = std::make_unique<std::vector<OwnedGroup>>(std::move(groups));
+  // The journal copied the old groups above, so the storage itself can be reused.
+  if (owned_) {
+    *owned_ = std::move(groups);
+  } else {
+    owned_ = std::make_unique<std::vector<OwnedGroup>>(std::move(groups));
+  }
   flags_ |= kModified;
   Handle handle = handle_;
   deriveLinks();
@@ -160,7 +180,7 @@ void Record::deriveLinks() {
   bool inAppData = false;
   bool seenHandle = false;
   bool seenOwner = false;
-  for (const Group& group : groups()) {
+  forEachGroup([&](const Group& group) {
     if (group.code == 102) {
       inAppData = !group.value.empty() && group.value[0] == '{';
     } else if (!seenHandle && isHandleCode(group.code)) {
@@ -173,20 +193,23 @@ void Record::deriveLinks() {
       owner_ = parseHandle(group.value).value_or(kNoHandle);
       seenOwner = true;
     }
-    if (seenOwner && seenHandle) break;
-  }
+    return !(seenOwner && seenHandle);
+  });
 }
 
 Handle ownerOf(const Record& record) {
   bool inAppData = false;
-  for (const Group& group : record.groups()) {
+  Handle owner = kNoHandle;
+  record.forEachGroup([&](const Group& group) {
     if (group.code == 102) {
       inAppData = !group.value.empty() && group.value[0] == '{';
     } else if (group.code == 330 && !inAppData) {
-      return parseHandle(group.value).value_or(kNoHandle);
+      owner = parseHandle(group.value).value_or(kNoHandle);
+      return false;
     }
-  }
-  return kNoHandle;
+    return true;
+  });
+  return owner;
 }
 
 }  // namespace korva::db

@@ -1,7 +1,9 @@
 // A drawing record: its type and its ordered list of group codes and values.
 #pragma once
 
+#include <bit>
 #include <cstdint>
+#include <cstring>
 #include <iterator>
 #include <memory>
 #include <optional>
@@ -98,6 +100,11 @@ class Record {
   // The groups after the type line, in order.
   GroupRange groups() const;
   std::vector<Group> groupList() const;
+  // Calls visit(const Group&) for each group in order, and stops early when visit
+  // returns false. Lists and searches go through every group of a record on each call:
+  // this is the quick way, without the iterator's bookkeeping.
+  template <class Visit>
+  void forEachGroup(Visit&& visit) const;
   std::optional<std::string_view> find(int code) const;
   size_t groupCount() const;
 
@@ -145,6 +152,79 @@ class Record {
   uint32_t flags_ = 0;
   std::unique_ptr<std::vector<OwnedGroup>> owned_;
 };
+
+namespace record_text {
+
+// The end of the line that starts at `pos`. Lines of a drawing are short: eight bytes
+// at a time beat a library call.
+inline const char* lineEnd(const char* pos, const char* end) {
+  static_assert(std::endian::native == std::endian::little);
+  constexpr uint64_t kOnes = 0x0101010101010101ull;
+  constexpr uint64_t kHighs = 0x8080808080808080ull;
+  while (end - pos >= 8) {
+    uint64_t word;
+    std::memcpy(&word, pos, 8);
+    uint64_t x = word ^ (kOnes * '\n');
+    // The lowest flagged byte is the first line feed (bytes are read little-endian).
+    uint64_t found = (x - kOnes) & ~x & kHighs;
+    if (found) return pos + (__builtin_ctzll(found) >> 3);
+    pos += 8;
+  }
+  while (pos < end && *pos != '\n') ++pos;
+  return pos;
+}
+
+// Past the line that starts at `pos`.
+inline const char* nextLineStart(const char* pos, const char* end) {
+  pos = lineEnd(pos, end);
+  return pos < end ? pos + 1 : end;
+}
+
+// A group code line's value: digits with optional blanks and sign; 0 when malformed,
+// as the iterator reads it.
+inline int groupCodeOf(const char* first, const char* last) {
+  if (last > first && last[-1] == '\r') --last;
+  while (first < last && (*first == ' ' || *first == '\t')) ++first;
+  while (last > first && (last[-1] == ' ' || last[-1] == '\t')) --last;
+  bool negative = false;
+  if (first < last && (*first == '-' || *first == '+')) negative = *first++ == '-';
+  if (first == last || last - first > 6) return 0;
+  int value = 0;
+  for (; first < last; ++first) {
+    unsigned digit = static_cast<unsigned char>(*first) - '0';
+    if (digit > 9) return 0;
+    value = value * 10 + static_cast<int>(digit);
+  }
+  return negative ? -value : value;
+}
+
+}  // namespace record_text
+
+template <class Visit>
+void Record::forEachGroup(Visit&& visit) const {
+  if (owned_) {
+    for (const OwnedGroup& group : *owned_) {
+      if (!visit(Group{group.code, group.value})) return;
+    }
+    return;
+  }
+  const char* pos = source_.data();
+  const char* end = pos + source_.size();
+  if (!hasFlag(kNoTypeLine)) {
+    pos = record_text::nextLineStart(record_text::nextLineStart(pos, end), end);
+  }
+  while (pos < end) {
+    const char* codeEnd = record_text::lineEnd(pos, end);
+    int code = record_text::groupCodeOf(pos, codeEnd);
+    const char* valueStart = codeEnd < end ? codeEnd + 1 : end;
+    const char* valueEnd = record_text::lineEnd(valueStart, end);
+    pos = valueEnd < end ? valueEnd + 1 : end;
+    if (valueEnd > valueStart && valueEnd[-1] == '\r') --valueEnd;
+    if (!visit(
+            Group{code, std::string_view(valueStart, static_cast<size_t>(valueEnd - valueStart))}))
+      return;
+  }
+}
 
 // The first owner link of a group list: the 330 that is not inside a 102 group.
 Handle ownerOf(const Record& record);

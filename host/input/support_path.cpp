@@ -49,7 +49,7 @@ std::string installedSupportFolder() {
   std::error_code error;
   fs::path program = fs::read_symlink("/proc/self/exe", error);
   if (error) return {};
-  return (program.parent_path() / "support").string();
+  return (program.parent_path() / "Support").string();
 }
 
 std::vector<std::string> supportSearchFolders() {

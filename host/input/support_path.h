@@ -2,7 +2,7 @@
 // other files named without a folder.
 //
 // Search order: the current drawing's folder, the folders given with --support (in the
-// order given), the installed support folder ("support" beside the korva program),
+// order given), the installed support folder ("Support" beside the korva program),
 // the current folder. An absolute name is checked as it is.
 #pragma once
 
@@ -17,7 +17,7 @@ void addSupportFolder(const std::string& folder);
 // Forgets the folders added with addSupportFolder (for tests).
 void clearSupportFolders();
 
-// The folder "support" beside the running program.
+// The folder "Support" beside the running program (the installation folder's Support/).
 std::string installedSupportFolder();
 
 // The folders searched, in order, for the current drawing; folders that don't exist

@@ -6,6 +6,7 @@
 #include "lisp/interpreter.h"
 #include "lisp/printer.h"
 #include "qx_memory.h"
+#include "qx_settings.h"
 #include "qx_variables.h"
 
 namespace korva::lisp {
@@ -77,6 +78,27 @@ Value setvar(Interpreter&, std::vector<Value>& arguments) {
   return getvarValue(name);
 }
 
+// (getenv name): the text the environment store keeps under name, or nil.
+Value getenvText(Interpreter&, std::vector<Value>& arguments) {
+  requireCount(arguments, 1, 1);
+  std::wstring text(4096, L'\0');
+  if (qxedGetEnv(stringArgument(arguments[0]).c_str(), text.data(), text.size()) != RTNORM) {
+    return Value::nil();
+  }
+  return Value::ofString(text.c_str());
+}
+
+// (setenv name text): keeps text in the environment store, for this run and the next.
+Value setenvText(Interpreter&, std::vector<Value>& arguments) {
+  requireCount(arguments, 2, 2);
+  const std::wstring& name = stringArgument(arguments[0]);
+  const std::wstring& text = stringArgument(arguments[1]);
+  if (qxedSetEnv(name.c_str(), text.c_str()) != RTNORM) {
+    fail(L"the environment store rejected \"" + name + L"\"");
+  }
+  return arguments[1];
+}
+
 // (command token...): runs the tokens as if typed; nil. (command) alone cancels.
 Value command(Interpreter&, std::vector<Value>& arguments) {
   std::vector<input::Answer> tokens;
@@ -125,6 +147,8 @@ Value terpri(Interpreter&, std::vector<Value>& arguments) {
 void defineHostFunctions(Interpreter& interpreter) {
   interpreter.defineFunction(L"GETVAR", getvar);
   interpreter.defineFunction(L"SETVAR", setvar);
+  interpreter.defineFunction(L"GETENV", getenvText);
+  interpreter.defineFunction(L"SETENV", setenvText);
   interpreter.defineFunction(L"COMMAND", command);
   interpreter.defineFunction(L"PRINC", princ);
   interpreter.defineFunction(L"PRIN1", prin1);

@@ -59,23 +59,39 @@ class CallScope {
 
 }  // namespace
 
+namespace {
+
+Value callModule(rt::Module& module, const std::wstring& name, int functionNumber,
+                 const std::vector<Value>& arguments) {
+  Call call;
+  call.functionNumber = functionNumber;
+  call.arguments = buffersOf(arguments);
+  std::optional<std::wstring> thrown;
+  {
+    CallScope scope(call);
+    rt::sendMessage(module, QxRx::kInvkSubrMsg, module.id(), &thrown);
+  }
+  if (thrown) fail(name + L" failed: " + *thrown);
+  if (call.failure) fail(*call.failure);
+  return call.result ? *call.result : Value::nil();
+}
+
+}  // namespace
+
 std::optional<Value> callModuleFunction(const std::wstring& name,
                                         const std::vector<Value>& arguments) {
   auto found = moduleFunctions().find(name);
   if (found == moduleFunctions().end()) return std::nullopt;
   rt::Module* module = rt::moduleById(found->second.moduleId);
   if (!module) return std::nullopt;
-  Call call;
-  call.functionNumber = found->second.functionNumber;
-  call.arguments = buffersOf(arguments);
-  std::optional<std::wstring> thrown;
-  {
-    CallScope scope(call);
-    rt::sendMessage(*module, QxRx::kInvkSubrMsg, module->id(), &thrown);
-  }
-  if (thrown) fail(name + L" failed: " + *thrown);
-  if (call.failure) fail(*call.failure);
-  return call.result ? *call.result : Value::nil();
+  return callModule(*module, name, found->second.functionNumber, arguments);
+}
+
+std::optional<Value> callModuleFunctionNumber(const std::wstring& moduleName, int functionNumber,
+                                              const std::vector<Value>& arguments) {
+  rt::Module* module = rt::moduleByName(moduleName);
+  if (!module) return std::nullopt;
+  return callModule(*module, moduleName, functionNumber, arguments);
 }
 
 bool isModuleFunction(const std::wstring& name) {

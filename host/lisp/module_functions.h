@@ -16,6 +16,10 @@ namespace korva::lisp {
 std::optional<Value> callModuleFunction(const std::wstring& name,
                                         const std::vector<Value>& arguments);
 bool isModuleFunction(const std::wstring& name);
+// Message 5 to a loaded module (by its file name) for a function number it keeps in its
+// table without defining it with the host. nullopt when no such module is loaded.
+std::optional<Value> callModuleFunctionNumber(const std::wstring& moduleName, int functionNumber,
+                                              const std::vector<Value>& arguments);
 // The module is going away: its functions go with it.
 void forgetModuleFunctions(const void* moduleId);
 

@@ -48,20 +48,32 @@ void DrawingTest::make(ResultBuffer* list) {
   ASSERT_EQ(status, RTNORM);
 }
 
-std::string saveAndAudit(db::Database& database, const std::string& name) {
+namespace {
+
+std::string saveAndRun(db::Database& database, const std::string& name, const char* script) {
   std::filesystem::path directory = std::filesystem::temp_directory_path() / "korva_api_lists";
   std::filesystem::create_directories(directory);
   std::string path = (directory / name).string();
   dxf::WriteResult written = dxf::writeFile(database, path);
   if (!written.ok) return "save failed: " + written.error;
-  std::string command = std::string(KORVA_PYTHON) + " " + AUDIT_SCRIPT + " " + path + " 2>&1";
+  std::string command = std::string(KORVA_PYTHON) + " " + script + " " + path + " 2>&1";
   std::string output;
   FILE* pipe = popen(command.c_str(), "r");
   if (!pipe) return "could not run the audit";
   char buffer[512];
   while (fgets(buffer, sizeof buffer, pipe)) output += buffer;
   int status = pclose(pipe);
-  return status == 0 ? std::string() : output.empty() ? "audit failed" : output;
+  return status == 0 ? std::string() : output.empty() ? "check failed" : output;
+}
+
+}  // namespace
+
+std::string saveAndAudit(db::Database& database, const std::string& name) {
+  return saveAndRun(database, name, AUDIT_SCRIPT);
+}
+
+std::string saveAndCheckNames(db::Database& database, const std::string& name) {
+  return saveAndRun(database, name, NAMES_SCRIPT);
 }
 
 void setString(ResultBuffer* list, int code, const wchar_t* text) {

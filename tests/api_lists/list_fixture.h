@@ -48,6 +48,10 @@ class DrawingTest : public ::testing::Test {
 // Saves the drawing and runs ezdxf's audit on it; the audit's report when it found
 // errors or the file didn't load, empty when all is well.
 std::string saveAndAudit(db::Database& database, const std::string& name);
+// Saves the drawing and has ezdxf check that every name a record gives (layers,
+// linetypes, text and dimension styles, blocks, header variables) is there; what is
+// missing, empty when nothing is.
+std::string saveAndCheckNames(db::Database& database, const std::string& name);
 
 // Replaces the string of the first node with `code`.
 void setString(ResultBuffer* list, int code, const wchar_t* text);

@@ -21,8 +21,17 @@ if [ -f "$cases/$name.args" ]; then
   done < "$cases/$name.args"
 fi
 
+# NAME.env: VARIABLE=value lines added to korva's environment (paths relative to the
+# cases folder), e.g. stand-ins for the desktop's programs.
+environment=()
+if [ -f "$cases/$name.env" ]; then
+  while IFS= read -r line || [ -n "$line" ]; do
+    [ -n "$line" ] && environment+=("$line")
+  done < "$cases/$name.env"
+fi
+
 cd "$cases"
-TMPDIR="$work/tmp" "$korva" "${arguments[@]}" > "$work/transcript" 2> "$work/errors" < /dev/null
+env "${environment[@]}" TMPDIR="$work/tmp" "$korva" "${arguments[@]}" > "$work/transcript" 2> "$work/errors" < /dev/null
 status=$?
 # The output path differs from run to run.
 sed -i "s|$work|WORK|g" "$work/transcript"

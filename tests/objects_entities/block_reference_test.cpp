@@ -53,7 +53,7 @@ TEST_F(BlockReferenceTest, NestedRotatedNonUniformReferenceExplodesToHandCompute
   ASSERT_NE(reference, nullptr);
   EXPECT_EQ(QxDbMInsertBlock::cast(object), nullptr);
   std::vector<QxDbEntity*> pieces;
-  ASSERT_EQ(reference->explode(pieces), Qxad::eOk);
+  ASSERT_EQ(explodeInto(reference, pieces), Qxad::eOk);
   reference->close();
 
   // Outer line: scaled by 2 in X, then turned 90 degrees about (10, 10).
@@ -86,7 +86,7 @@ TEST_F(BlockReferenceTest, ReferenceThatStaysPerpendicularStaysAReference) {
   QxDbObject* object = nullptr;
   ASSERT_EQ(qxdbOpenQxDbObject(object, id, QxDb::kForRead), Qxad::eOk);
   std::vector<QxDbEntity*> pieces;
-  ASSERT_EQ(QxDbBlockReference::cast(object)->explode(pieces), Qxad::eOk);
+  ASSERT_EQ(explodeInto(QxDbBlockReference::cast(object), pieces), Qxad::eOk);
   object->close();
   ASSERT_EQ(pieces.size(), 1u);
   std::unique_ptr<QxDbEntity> piece(pieces[0]);
@@ -115,7 +115,7 @@ TEST_F(BlockReferenceTest, CircleUnderNonUniformScaleBecomesEllipse) {
   QxDbObject* object = nullptr;
   ASSERT_EQ(qxdbOpenQxDbObject(object, id, QxDb::kForRead), Qxad::eOk);
   std::vector<QxDbEntity*> pieces;
-  ASSERT_EQ(QxDbBlockReference::cast(object)->explode(pieces), Qxad::eOk);
+  ASSERT_EQ(explodeInto(QxDbBlockReference::cast(object), pieces), Qxad::eOk);
   object->close();
   ASSERT_EQ(pieces.size(), 1u);
   std::unique_ptr<QxDbEntity> piece(pieces[0]);
@@ -172,7 +172,7 @@ TEST_F(BlockReferenceTest, GridInsertOpensAsMultipleInsertAndExplodesEveryCopy) 
   EXPECT_EQ(grid->rows(), 3);
   EXPECT_DOUBLE_EQ(grid->rowSpacing(), 7);
   std::vector<QxDbEntity*> pieces;
-  ASSERT_EQ(grid->explode(pieces), Qxad::eOk);
+  ASSERT_EQ(explodeInto(grid, pieces), Qxad::eOk);
   object->close();
   ASSERT_EQ(pieces.size(), 6u);
   double last[3];

@@ -25,4 +25,11 @@ void EntitiesTest::addBlock(std::string_view name) {
   database().addBlock(name);
 }
 
+Qxad::ErrorStatus explodeInto(const QxDbEntity* entity, std::vector<QxDbEntity*>& pieces) {
+  QxDbVoidPtrArray made;
+  Qxad::ErrorStatus status = entity->explode(made);
+  for (int i = 0; i < made.length(); ++i) pieces.push_back(static_cast<QxDbEntity*>(made[i]));
+  return status;
+}
+
 }  // namespace korva::test

@@ -12,8 +12,12 @@
 #include "api/objects/object_groups.h"
 #include "api/objects/object_state.h"
 #include "qx_db_core.h"
+#include "qx_db_entity.h"
 
 namespace korva::test {
+
+// Explodes the entity; the pieces are the caller's to delete.
+Qxad::ErrorStatus explodeInto(const QxDbEntity* entity, std::vector<QxDbEntity*>& pieces);
 
 constexpr double kPi = std::numbers::pi;
 

@@ -1,6 +1,7 @@
 // A drawing made by ezdxf at test time (make_drawing.py), read by korva: the entities'
 // extents agree with ezdxf's boxes within 1e-9, and the hatch loops, pattern lines,
-// leader overrides and image settings read as ezdxf wrote them.
+// leader overrides and image settings read as ezdxf wrote them. Hatch outlines, as
+// selection sees them, agree with the hatches' own boxes.
 #include <cmath>
 #include <cstdlib>
 #include <fstream>
@@ -8,6 +9,7 @@
 #include <numbers>
 #include <sstream>
 
+#include "api/entity_outline.h"
 #include "db/handle.h"
 #include "dxf/reader.h"
 #include "more_fixture.h"
@@ -53,7 +55,7 @@ class EzdxfDrawingTest : public MoreEntitiesTest {
       for (double v; words >> v;) values.push_back(v);
       facts_.push_back({kind, name, values});
     }
-    ASSERT_EQ(ids_.size(), 15u);
+    ASSERT_EQ(ids_.size(), 19u);
   }
 
   struct Fact {
@@ -72,21 +74,6 @@ class EzdxfDrawingTest : public MoreEntitiesTest {
   std::vector<Fact> facts_;
 };
 
-// The extents of whichever of the classes the entity is.
-Qxad::ErrorStatus extentsOf(const QxDbEntity* entity, QxDbExtents& extents) {
-  auto* object = const_cast<QxDbEntity*>(entity);
-  if (auto* hatch = QxDbHatch::cast(object)) return hatch->getGeomExtents(extents);
-  if (auto* leader = QxDbLeader::cast(object)) return leader->getGeomExtents(extents);
-  if (auto* solid = QxDbSolid::cast(object)) return solid->getGeomExtents(extents);
-  if (auto* trace = QxDbTrace::cast(object)) return trace->getGeomExtents(extents);
-  if (auto* face = QxDbFace::cast(object)) return face->getGeomExtents(extents);
-  if (auto* image = QxDbRasterImage::cast(object)) return image->getGeomExtents(extents);
-  if (auto* mline = QxDbMline::cast(object)) return mline->getGeomExtents(extents);
-  if (auto* mesh = QxDbPolyFaceMesh::cast(object)) return mesh->getGeomExtents(extents);
-  if (auto* grid = QxDbPolygonMesh::cast(object)) return grid->getGeomExtents(extents);
-  return Qxad::eNotApplicable;
-}
-
 TEST_F(EzdxfDrawingTest, ExtentsAgreeWithEzdxf) {
   int checked = 0;
   for (const Fact& fact : facts_) {
@@ -95,14 +82,15 @@ TEST_F(EzdxfDrawingTest, ExtentsAgreeWithEzdxf) {
     QxDbEntity* entity = nullptr;
     ASSERT_EQ(qxdbOpenQxDbEntity(entity, ids_.at(fact.name), QxDb::kForRead), Qxad::eOk);
     QxDbExtents extents;
-    EXPECT_EQ(extentsOf(entity, extents), Qxad::eOk);
+    // Through the entity's own class, whichever it is.
+    EXPECT_EQ(entity->getGeomExtents(extents), Qxad::eOk);
     const std::vector<double>& v = fact.values;
     EXPECT_POINT_NEAR(extents.minPoint(), v[0], v[1], v[2], 1e-9);
     EXPECT_POINT_NEAR(extents.maxPoint(), v[3], v[4], v[5], 1e-9);
     entity->close();
     ++checked;
   }
-  EXPECT_EQ(checked, 15);
+  EXPECT_EQ(checked, 17);
 }
 
 TEST_F(EzdxfDrawingTest, HatchLoopsAndPatternAsWritten) {
@@ -230,6 +218,51 @@ TEST_F(EzdxfDrawingTest, LeaderAndImagesAsWritten) {
   EXPECT_POINT_NEAR(mline->vertexAt(3), 14, 58, 0, 0);
   EXPECT_FALSE(mline->style().isNull());
   mline->close();
+}
+
+TEST_F(EzdxfDrawingTest, EllipticEdgesEndWhereEzdxfEndsThem) {
+  // Stored angles are polar angles of the ellipse, not its parameters.
+  QxDbHatch* hatch = open<QxDbHatch>(ids_.at("hatch_ellipses"));
+  ASSERT_TRUE(hatch);
+  std::vector<Fact> ends = factsOf("ellipse_ends", "hatch_ellipses");
+  ASSERT_EQ(ends.size(), 2u);
+  for (const Fact& fact : ends) {
+    const std::vector<double>& v = fact.values;
+    int type = 0;
+    QxGeVoidPointerArray edges;
+    QxGeIntArray types;
+    ASSERT_EQ(hatch->getLoopAt(static_cast<int>(v[0]), type, edges, types), Qxad::eOk);
+    int index = static_cast<int>(v[1]);
+    ASSERT_EQ(types[index], QxDbHatch::kEllipseArc);
+    const auto* arc = static_cast<const QxGeEllipArc2d*>(edges[index]);
+    // ezdxf gives the ends counterclockwise; a clockwise edge starts at the far one.
+    QxGePoint2d first = arc->isClockWise() ? arc->endPoint() : arc->startPoint();
+    QxGePoint2d last = arc->isClockWise() ? arc->startPoint() : arc->endPoint();
+    EXPECT_NEAR(first.x, v[2], 1e-9);
+    EXPECT_NEAR(first.y, v[3], 1e-9);
+    EXPECT_NEAR(last.x, v[4], 1e-9);
+    EXPECT_NEAR(last.y, v[5], 1e-9);
+    for (int i = 0; i < edges.length(); ++i) delete static_cast<QxGeCurve2d*>(edges[i]);
+  }
+  hatch->close();
+}
+
+TEST_F(EzdxfDrawingTest, HatchOutlinesAgreeWithTheHatchBoxes) {
+  for (const char* name : {"hatch_edges", "hatch_ellipses", "hatch_fitted", "hatch_polyline"}) {
+    SCOPED_TRACE(name);
+    QxDbEntity* hatch = nullptr;
+    ASSERT_EQ(qxdbOpenQxDbEntity(hatch, ids_.at(name), QxDb::kForRead), Qxad::eOk);
+    QxDbExtents extents;
+    EXPECT_EQ(hatch->getGeomExtents(extents), Qxad::eOk);
+    hatch->close();
+    api::EntityOutliner outliner(database(), geom::Affine3::identity());
+    geom::PlaneShape shape = outliner.outline(*recordOf(ids_.at(name)), {});
+    // Curves are flattened within 1e-5 of their size.
+    EXPECT_NEAR(shape.box.min.x, extents.minPoint().x, 1e-3);
+    EXPECT_NEAR(shape.box.min.y, extents.minPoint().y, 1e-3);
+    EXPECT_NEAR(shape.box.max.x, extents.maxPoint().x, 1e-3);
+    EXPECT_NEAR(shape.box.max.y, extents.maxPoint().y, 1e-3);
+  }
 }
 
 }  // namespace

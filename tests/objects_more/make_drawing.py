@@ -7,6 +7,7 @@ Reference lines, one fact each:
   extents <name> <minx> <miny> <minz> <maxx> <maxy> <maxz>
   pattern <name> <index> <angle degrees> <base x> <base y> <offset x> <offset y> <dashes...>
   vertex <name> <loop> <x> <y> <bulge>
+  ellipse_ends <name> <loop> <edge> <x> <y> <x> <y>   (counterclockwise start, end)
 
 Arcs are placed so that ezdxf's Bezier pieces (quarter turns from the start angle) end
 at the extremes: its precise box is then exact, and so comparable within 1e-9.
@@ -141,6 +142,63 @@ def main():
         for n in range(2):
             mesh.set_mesh_vertex((m, n), (10.0 + m, 60.0 + n * 2, math.sin(m + n)))
     entity("polymesh", mesh)
+
+    # Elliptic edges whose angles differ from their parameters, one clockwise, and a
+    # spline edge with fit points followed by the loop's source object.
+    ellipses = msp.add_hatch(color=2)
+    first = ellipses.paths.add_edge_path()
+    first.add_ellipse((50.0, 0.0), major_axis=(4.0, 0.0), ratio=0.5, start_angle=30.0,
+                      end_angle=120.0)
+    first.add_line((48.0, 3.0), (50.0, 0.0))
+    second = ellipses.paths.add_edge_path()
+    second.add_ellipse((60.0, 0.0), major_axis=(0.0, 3.0), ratio=0.25, start_angle=200.0,
+                       end_angle=300.0, ccw=False)
+    second.add_line((60.0, 0.0), (61.0, 1.0))
+    entity("hatch_ellipses", ellipses, with_extents=False)
+    for loop, boundary in enumerate(ellipses.paths):
+        for index, edge in enumerate(boundary.edges):
+            if edge.type == ezdxf.entities.boundary_paths.EdgeType.ELLIPSE:
+                tool = edge.construction_tool()
+                out("ellipse_ends", "hatch_ellipses", loop, index,
+                    *(float(c) for c in tool.start_point.vec2),
+                    *(float(c) for c in tool.end_point.vec2))
+
+    fitted = msp.add_hatch(color=4)
+    fitted.dxf.associative = 1
+    source_line = msp.add_line((70.0, 0.0), (77.0, 0.0))
+    path_ = fitted.paths.add_edge_path()
+    path_.add_spline(fit_points=[(70.0, 0.0), (72.0, 4.0), (75.0, -2.0), (77.0, 0.0)],
+                     control_points=[(70.0, 0.0), (71.0, 6.0), (76.0, -5.0), (77.0, 0.0)],
+                     knot_values=[0.0, 0.0, 0.0, 0.0, 1.0, 1.0, 1.0, 1.0], degree=3)
+    path_.add_line((77.0, 0.0), (70.0, 0.0))
+    path_.source_boundary_objects = [source_line.dxf.handle]
+    entity("hatch_fitted", fitted, with_extents=False)
+
+    # Block references: a block nested in a block, rotated, scaled and mirrored, of
+    # lines and circles, whose boxes ezdxf gives exactly.
+    inner = doc.blocks.new("INNER", base_point=(1.0, 1.0))
+    inner.add_line((0.0, 0.0), (4.0, 1.0))
+    inner.add_circle((2.0, 3.0), 1.5)
+    outer = doc.blocks.new("OUTER")
+    outer.add_blockref("INNER", (3.0, 0.0), dxfattribs={"rotation": 30.0, "xscale": 2.0,
+                                                        "yscale": 2.0, "zscale": 2.0})
+    outer.add_line((-2.0, -1.0), (0.0, 5.0, 2.0))
+    reference = msp.add_blockref("OUTER", (100.0, 0.0, 1.0),
+                                 dxfattribs={"rotation": 45.0, "xscale": 1.5,
+                                             "yscale": -1.5, "zscale": 1.5})
+    entity("insert_nested", reference)
+
+    # A dimension drawn by a block of lines and a point, moved by its clone point.
+    picture = doc.blocks.new_anonymous_block(type_char="D")
+    picture.add_line((0.0, 0.0), (0.0, 2.0))
+    picture.add_line((5.0, 0.0), (5.0, 2.5))
+    picture.add_line((0.0, 2.0), (5.0, 2.0))
+    picture.add_point((2.5, 3.0))
+    dimension = msp.new_entity("DIMENSION", dxfattribs={
+        "geometry": picture.name, "dimtype": 32, "defpoint": (5.0, 2.0, 0.0),
+        "text_midpoint": (2.5, 2.5, 0.0), "insert": (120.0, 10.0, 0.0),
+        "defpoint2": (0.0, 0.0, 0.0), "defpoint3": (5.0, 0.0, 0.0), "dimstyle": "Standard"})
+    entity("dimension", dimension)
 
     doc.saveas(path)
     with open(out_path, "w") as f:

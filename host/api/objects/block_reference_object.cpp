@@ -3,9 +3,9 @@
 #include <numbers>
 
 #include "api/record_places.h"
+#include "block_pictures.h"
 #include "db/handle.h"
 #include "entity_members.h"
-#include "entity_transform.h"
 #include "geom/affine.h"
 #include "qx_db_block_reference.h"
 #include "qx_db_object_iterator.h"
@@ -21,8 +21,6 @@ namespace {
 constexpr double kDegree = std::numbers::pi / 180;
 constexpr std::string_view kReference = "AcDbBlockReference";
 constexpr std::string_view kMInsert = "AcDbMInsertBlock";
-// Blocks that (wrongly) contain themselves end here.
-constexpr int kDeepestNesting = 32;
 
 bool hasMarker(const korva::db::Record& record, std::string_view marker) {
   for (const korva::db::Group& group : record.groups()) {
@@ -50,101 +48,6 @@ Placement placementOf(const QxDbObject* reference) {
                      m::real(reference, 43, 1, part)};
   placement.rotation = m::real(reference, 50, 0, part) * kDegree;
   return placement;
-}
-
-Affine3 blockToWorld(const Placement& p, Vec3 basePoint, Vec3 gridOffset = {}) {
-  return korva::geom::objectToWorld(p.normal) * Affine3::translation(p.position) *
-         Affine3::rotationZ(p.rotation) * Affine3::translation(gridOffset) *
-         Affine3::scaling(p.scale.x, p.scale.y, p.scale.z) * Affine3::translation(basePoint * -1);
-}
-
-Vec3 basePointOf(const korva::db::BlockDefinition& block) {
-  double p[3] = {0, 0, 0};
-  korva::api::groupPoint(*block.begin, 10, p);
-  return {p[0], p[1], p[2]};
-}
-
-// The groups an exploded piece keeps: not the handle, owner or reactor links.
-std::vector<korva::db::OwnedGroup> pieceGroups(const korva::db::Record& record) {
-  std::vector<korva::db::OwnedGroup> groups;
-  bool inLinks = false;
-  for (const korva::db::Group& group : record.groups()) {
-    if (group.code == 102) {
-      inLinks = group.value.starts_with('{');
-      continue;
-    }
-    if (inLinks || group.code == 5 || group.code == 330 || group.code == 360) continue;
-    groups.push_back({group.code, std::string(group.value)});
-  }
-  return groups;
-}
-
-bool explodeBlock(korva::db::Database& database, std::string_view blockName, const Affine3& map,
-                  int depth, std::vector<QxDbEntity*>& pieces) {
-  korva::db::BlockDefinition* block = database.block(blockName);
-  if (!block || depth > kDeepestNesting) return false;
-  for (korva::db::Record* record : block->entities) {
-    if (record->isErased()) continue;
-    std::string_view type = record->type();
-    // Attributes of nested references and polyline parts follow their owner.
-    if (type == "ATTRIB" || type == "SEQEND") continue;
-    if (type == "VERTEX" || type == "POLYLINE") return false;
-    korva::api::TransformedEntity moved;
-    if (korva::api::transformEntity(type, pieceGroups(*record), map, moved)) {
-      QxDbObject* made = korva::api::newObjectLike(moved.type, std::move(moved.groups));
-      QxDbEntity* entity = QxDbEntity::cast(made);
-      if (!entity) {
-        delete made;
-        return false;
-      }
-      pieces.push_back(entity);
-      continue;
-    }
-    if (type != "INSERT") return false;
-    // A nested reference the map would skew: carry its block's entities instead.
-    double p[3];
-    Placement nested;
-    korva::api::groupPoint(*record, 10, p);
-    nested.position = {p[0], p[1], p[2]};
-    if (korva::api::groupPoint(*record, 210, p))
-      nested.normal = korva::geom::normalized({p[0], p[1], p[2]});
-    nested.scale = {korva::api::groupReal(*record, 41, 1), korva::api::groupReal(*record, 42, 1),
-                    korva::api::groupReal(*record, 43, 1)};
-    nested.rotation = korva::api::groupReal(*record, 50, 0) * kDegree;
-    std::string_view name = record->find(2).value_or("");
-    korva::db::BlockDefinition* inner = database.block(name);
-    if (!inner) return false;
-    if (!explodeBlock(database, name, map * blockToWorld(nested, basePointOf(*inner)), depth + 1,
-                      pieces)) {
-      return false;
-    }
-  }
-  return true;
-}
-
-Qxad::ErrorStatus explodeGrid(const QxDbBlockReference* reference, int columns, int rows,
-                              double columnSpacing, double rowSpacing,
-                              std::vector<QxDbEntity*>& pieces) {
-  korva::db::Database* database = korva::api::databaseOf(*reference);
-  std::string_view name = m::text(reference, 2, partOf(reference)).value_or("");
-  if (!database) return Qxad::eNotInDatabase;
-  korva::db::BlockDefinition* block = database->block(name);
-  if (!block) return Qxad::eInvalidInput;
-  Placement placement = placementOf(reference);
-  std::vector<QxDbEntity*> made;
-  for (int row = 0; row < rows; ++row) {
-    for (int column = 0; column < columns; ++column) {
-      // Spacing is in the reference's rotated axes, unscaled.
-      Vec3 offset{column * columnSpacing, row * rowSpacing, 0};
-      if (!explodeBlock(*database, name, blockToWorld(placement, basePointOf(*block), offset), 0,
-                        made)) {
-        for (QxDbEntity* piece : made) delete piece;
-        return Qxad::eNotApplicable;
-      }
-    }
-  }
-  pieces.insert(pieces.end(), made.begin(), made.end());
-  return Qxad::eOk;
 }
 
 QxDbObjectId blockRecordId(const QxDbObject* reference) {
@@ -250,10 +153,12 @@ QxGeMatrix3d QxDbBlockReference::blockTransform() const {
   if (korva::db::Database* database = korva::api::databaseOf(*this)) {
     if (korva::db::BlockDefinition* block =
             database->block(m::text(this, 2, partOf(this)).value_or(""))) {
-      base = basePointOf(*block);
+      base = korva::api::basePointOf(*block);
     }
   }
-  Affine3 map = blockToWorld(placementOf(this), base);
+  Placement placement = placementOf(this);
+  Affine3 map = korva::api::blockToWorld(placement.position, placement.normal, placement.scale,
+                                         placement.rotation, base);
   QxGeMatrix3d matrix;
   for (int row = 0; row < 3; ++row) {
     for (int column = 0; column < 3; ++column) matrix.entry[row][column] = map.m[row][column];
@@ -308,10 +213,6 @@ Qxad::ErrorStatus QxDbBlockReference::appendAttribute(QxDbObjectId& id, QxDbAttr
   korva::api::bindNewObject(*attribute, *database, *made);
   id = korva::api::idOf(*database, *made);
   return Qxad::eOk;
-}
-
-Qxad::ErrorStatus QxDbBlockReference::explode(std::vector<QxDbEntity*>& pieces) const {
-  return explodeGrid(this, 1, 1, 0, 0, pieces);
 }
 
 // ---- Multiple inserts
@@ -369,8 +270,4 @@ double QxDbMInsertBlock::rowSpacing() const {
 }
 Qxad::ErrorStatus QxDbMInsertBlock::setRowSpacing(double spacing) {
   return m::setReal(this, 45, spacing, partOf(this));
-}
-
-Qxad::ErrorStatus QxDbMInsertBlock::explode(std::vector<QxDbEntity*>& pieces) const {
-  return explodeGrid(this, columns(), rows(), columnSpacing(), rowSpacing(), pieces);
 }

@@ -155,6 +155,8 @@ std::unique_ptr<PathModel> planarPath(const std::vector<geom::Vec2>& points,
     }
     pieces.push_back(piece);
   }
+  // An open path encloses its area together with the chord back to its start.
+  if (!closed && points.size() > 1) area += geom::cross(points.back(), points.front()) / 2;
   // A single vertex is a degenerate path: one piece of length zero.
   if (pieces.empty() && !points.empty()) {
     Piece dot;

@@ -1,6 +1,7 @@
 // QxDbEntity: the properties every entity has, in its AcDbEntity groups.
 #include <cstdint>
 
+#include "api/record_places.h"
 #include "object_groups.h"
 #include "object_state.h"
 #include "qx_db_entity.h"
@@ -10,9 +11,28 @@ namespace {
 
 constexpr std::string_view kEntity = "AcDbEntity";
 
-korva::db::Record& recordOf(const QxDbEntity* entity) { return korva::api::recordOf(*entity); }
+korva::db::Record& recordOf(const QxDbEntity* entity) {
+  return korva::api::recordOf(*entity);
+}
 
-wchar_t* newWide(const std::wstring& text) { return qxutNewString(text.c_str()); }
+wchar_t* newWide(const std::wstring& text) {
+  return qxutNewString(text.c_str());
+}
+
+// Layer, colour (index, true colour, colour book name), linetype and its scale, line
+// weight, transparency and visibility. Names are copied as drawing text: both entities
+// normally share a drawing.
+void copyProperties(const korva::db::Record& source, korva::db::Record& target) {
+  std::string layer(korva::api::groupText(source, 8, kEntity).value_or("0"));
+  korva::api::setGroupText(target, 8, layer, kEntity);
+  for (int code : {6, 62, 420, 430, 440, 48, 370, 60}) {
+    if (std::optional<std::string_view> value = korva::api::groupText(source, code, kEntity)) {
+      korva::api::setGroupText(target, code, std::string(*value), kEntity);
+    } else {
+      korva::api::removeGroups(target, code, kEntity);
+    }
+  }
+}
 
 }  // namespace
 
@@ -27,7 +47,9 @@ QxDbEntity::QxDbEntity(const char* dxfType) : QxDbObject(dxfType) {
   korva::api::setGroupText(korva::api::recordOf(*this), 8, "0", kEntity);
 }
 
-QxDbObjectId QxDbEntity::blockId() const { return ownerId(); }
+QxDbObjectId QxDbEntity::blockId() const {
+  return ownerId();
+}
 
 QxCmColor QxDbEntity::color() const {
   const korva::db::Record& record = recordOf(this);
@@ -60,7 +82,9 @@ Qxad::ErrorStatus QxDbEntity::setColor(const QxCmColor& color) {
   return Qxad::eOk;
 }
 
-int16_t QxDbEntity::colorIndex() const { return color().colorIndex(); }
+int16_t QxDbEntity::colorIndex() const {
+  return color().colorIndex();
+}
 
 Qxad::ErrorStatus QxDbEntity::setColorIndex(int16_t index) {
   if (index < 0 || index > 256) return Qxad::eOutOfRange;
@@ -155,16 +179,18 @@ Qxad::ErrorStatus QxDbEntity::setPropertiesFrom(const QxDbEntity* other, bool do
   if (Qxad::ErrorStatus status = assertWriteEnabled(); status != Qxad::eOk) return status;
   const korva::db::Record& source = recordOf(other);
   korva::db::Record& target = recordOf(this);
-  // Names are copied as drawing text: both entities normally share a drawing.
-  korva::api::setGroupText(target, 8, korva::api::groupText(source, 8, kEntity).value_or("0"), kEntity);
-  for (int code : {6, 62, 420, 48, 370}) {
-    if (std::optional<std::string_view> value = korva::api::groupText(source, code, kEntity)) {
-      korva::api::setGroupText(target, code, *value, kEntity);
-    } else {
-      korva::api::removeGroups(target, code, kEntity);
+  copyProperties(source, target);
+  korva::db::Database* database = korva::api::databaseOf(*this);
+  if (doSubents && database) {
+    // Vertices and attributes follow their owner up to its SEQEND.
+    korva::api::EntityPlace place = korva::api::placeOf(*database, target);
+    for (size_t i = place.index + 1; place.list && i < place.list->size(); ++i) {
+      korva::db::Record* follower = (*place.list)[i];
+      if (!korva::api::isSubEntityType(follower->type())) break;
+      copyProperties(source, *follower);
+      if (follower->type() == "SEQEND") break;
     }
   }
-  setVisibility(other->visibility(), doSubents);
-  if (korva::db::Database* database = korva::api::databaseOf(*this)) database->recordChanged();
+  if (database) database->recordChanged();
   return Qxad::eOk;
 }

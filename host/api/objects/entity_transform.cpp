@@ -5,152 +5,17 @@
 #include <numbers>
 
 #include "db/value_text.h"
+#include "entity_transform_kinds.h"
+#include "group_transform.h"
 
 namespace korva::api {
 
 namespace {
 
-using geom::Affine3;
-using geom::Vec3;
-using Groups = std::vector<db::OwnedGroup>;
+using namespace transform;
 
 constexpr double kDegree = std::numbers::pi / 180;
 constexpr double kTwoPi = 2 * std::numbers::pi;
-
-double number(const db::OwnedGroup& group) {
-  return db::parseReal(group.value).value_or(0);
-}
-
-db::OwnedGroup* find(Groups& groups, int code, int occurrence = 0) {
-  for (db::OwnedGroup& group : groups) {
-    if (group.code == 1001) break;
-    if (group.code == code && occurrence-- == 0) return &group;
-  }
-  return nullptr;
-}
-
-double real(Groups& groups, int code, double fallback) {
-  db::OwnedGroup* group = find(groups, code);
-  return group ? number(*group) : fallback;
-}
-
-// Sets a value, adding the group before the extended data when it is missing.
-void put(Groups& groups, int code, std::string value) {
-  if (db::OwnedGroup* group = find(groups, code)) {
-    group->value = std::move(value);
-    return;
-  }
-  auto end = std::find_if(groups.begin(), groups.end(),
-                          [](const db::OwnedGroup& g) { return g.code == 1001; });
-  groups.insert(end, {code, std::move(value)});
-}
-
-void putReal(Groups& groups, int code, double value) {
-  put(groups, code, db::formatReal(value));
-}
-
-// The point whose X group is the occurrence-th with this code.
-bool readPoint(Groups& groups, int code, Vec3& point, int occurrence = 0, double z = 0) {
-  for (size_t i = 0; i < groups.size(); ++i) {
-    if (groups[i].code == 1001) break;
-    if (groups[i].code != code || occurrence-- != 0) continue;
-    point = {number(groups[i]), 0, z};
-    if (i + 1 < groups.size() && groups[i + 1].code == code + 10) point.y = number(groups[i + 1]);
-    if (i + 2 < groups.size() && groups[i + 2].code == code + 20) point.z = number(groups[i + 2]);
-    return true;
-  }
-  return false;
-}
-
-void writePoint(Groups& groups, int code, Vec3 point, int occurrence = 0, bool withZ = true) {
-  for (size_t i = 0; i < groups.size(); ++i) {
-    if (groups[i].code == 1001) break;
-    if (groups[i].code != code || occurrence-- != 0) continue;
-    groups[i].value = db::formatReal(point.x);
-    if (i + 1 < groups.size() && groups[i + 1].code == code + 10)
-      groups[i + 1].value = db::formatReal(point.y);
-    if (i + 2 < groups.size() && groups[i + 2].code == code + 20) {
-      groups[i + 2].value = db::formatReal(point.z);
-    } else if (withZ && i + 1 < groups.size() && groups[i + 1].code == code + 10) {
-      groups.insert(groups.begin() + static_cast<long>(i) + 2,
-                    {code + 20, db::formatReal(point.z)});
-    }
-    return;
-  }
-  putReal(groups, code, point.x);
-  putReal(groups, code + 10, point.y);
-  if (withZ) putReal(groups, code + 20, point.z);
-}
-
-int countOf(Groups& groups, int code) {
-  int count = 0;
-  for (const db::OwnedGroup& group : groups) {
-    if (group.code == 1001) break;
-    if (group.code == code) ++count;
-  }
-  return count;
-}
-
-Vec3 extrusion(Groups& groups) {
-  Vec3 n{0, 0, 1};
-  readPoint(groups, 210, n, 0, 1);
-  return geom::length(n) > 0 ? geom::normalized(n) : Vec3{0, 0, 1};
-}
-
-void setExtrusion(Groups& groups, Vec3 n) {
-  n = geom::normalized(n);
-  if (find(groups, 210) || std::fabs(n.z - 1) > 1e-12) writePoint(groups, 210, n);
-}
-
-Vec3 rotatedX(double angle) {
-  return {std::cos(angle), std::sin(angle), 0};
-}
-double angleIn(const Affine3& worldToObject, Vec3 worldDirection) {
-  Vec3 d = worldToObject.vector(worldDirection);
-  return std::atan2(d.y, d.x);
-}
-
-double normalizedAngle(double angle) {
-  angle = std::fmod(angle, kTwoPi);
-  return angle < 0 ? angle + kTwoPi : angle;
-}
-
-// Points in the object system of one normal, moved to that of the mapped normal.
-struct PlaneMove {
-  Affine3 from, toInverse;
-  Vec3 newNormal;
-  PlaneMove(const Affine3& map, Vec3 normal) {
-    newNormal = geom::normalized(map.normal(normal));
-    from = geom::objectToWorld(normal);
-    toInverse = geom::objectToWorld(newNormal).inverse();
-  }
-  Vec3 point(const Affine3& map, Vec3 p) const { return toInverse.point(map.point(from.point(p))); }
-};
-
-void movePlanePoints(Groups& groups, const Affine3& map, const PlaneMove& move, int code) {
-  int count = countOf(groups, code);
-  for (int k = 0; k < count; ++k) {
-    Vec3 p;
-    readPoint(groups, code, p, k);
-    writePoint(groups, code, move.point(map, p), k);
-  }
-}
-
-void moveWorldPoints(Groups& groups, const Affine3& map, int code) {
-  int count = countOf(groups, code);
-  for (int k = 0; k < count; ++k) {
-    Vec3 p;
-    readPoint(groups, code, p, k);
-    writePoint(groups, code, map.point(p), k);
-  }
-}
-
-// Scale of lengths along the normal, for thickness.
-void scaleThickness(Groups& groups, const Affine3& map, Vec3 normal) {
-  if (db::OwnedGroup* thickness = find(groups, 39)) {
-    thickness->value = db::formatReal(number(*thickness) * geom::length(map.vector(normal)));
-  }
-}
 
 // An ellipse from center and conjugate semi-diameters a, b (point(t) = c + a cos t + b sin t).
 void writeEllipse(TransformedEntity& result, Groups& groups, Vec3 center, Vec3 a, Vec3 b,
@@ -285,13 +150,13 @@ void text(Groups& groups, const Affine3& map) {
   }
   putReal(groups, 40, height * rise);
   if (std::fabs(stretch / rise - 1) > 1e-12 || find(groups, 41))
-    putReal(groups, 41, widthFactor * stretch / rise);
+    putReal(groups, 41, widthFactor * stretch / rise, 40);
   double newSlant = (stretch * slant + shear) / rise;
   if (std::fabs(newSlant) > 1e-12 || find(groups, 51))
-    putReal(groups, 51, std::atan(newSlant) / kDegree);
-  putReal(groups, 50, normalizedAngle(angleIn(toInverse, along)) / kDegree);
+    putReal(groups, 51, std::atan(newSlant) / kDegree, 40);
+  putReal(groups, 50, normalizedAngle(angleIn(toInverse, along)) / kDegree, 40);
   scaleThickness(groups, map, normal);
-  setExtrusion(groups, newNormal);
+  setExtrusion(groups, newNormal, 40);
 }
 
 void paragraph(Groups& groups, const Affine3& map) {
@@ -344,10 +209,10 @@ bool insert(Groups& groups, const Affine3& map) {
   Vec3 position;
   readPoint(groups, 10, position);
   writePoint(groups, 10, toInverse.point(map.point(from.point(position))));
-  putReal(groups, 41, lengths[0]);
-  putReal(groups, 42, lengths[1] * ySign);
-  putReal(groups, 43, lengths[2] * (scale.z < 0 ? -1 : 1));
-  putReal(groups, 50, normalizedAngle(newRotation) / kDegree);
+  putReal(groups, 41, lengths[0], 10);
+  putReal(groups, 42, lengths[1] * ySign, 41);
+  putReal(groups, 43, lengths[2] * (scale.z < 0 ? -1 : 1), 42);
+  putReal(groups, 50, normalizedAngle(newRotation) / kDegree, 43);
   double similar = 0;
   if (geom::isSimilarity(map, similar)) {
     for (int code : {44, 45}) {
@@ -394,9 +259,17 @@ bool transformEntity(std::string_view type, std::vector<db::OwnedGroup> groups, 
     paragraph(groups, map);
   } else if (type == "INSERT") {
     if (!insert(groups, map)) return false;
+  } else if (type == "SHAPE") {
+    text(groups, map);
   } else if (type == "SPLINE" && similar) {
     for (int code : {10, 11}) moveWorldPoints(groups, map, code);
-  } else {
+    for (int code : {12, 13}) {
+      Vec3 tangent;
+      if (readPoint(groups, code, tangent))
+        writePoint(groups, code, geom::normalized(map.vector(tangent)));
+    }
+    if (find(groups, 210)) writePoint(groups, 210, map.normal(extrusion(groups)));
+  } else if (!transformAnnotation(type, groups, map)) {
     return false;
   }
   result.groups = std::move(groups);

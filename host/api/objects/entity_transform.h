@@ -1,6 +1,7 @@
 // Rewrites an entity's groups under an affine map of space, non-uniform scaling
 // included: circles and arcs that stop being round become ellipses, texts take the
-// shear into their width factor and oblique angle. Used by explode.
+// shear into their width factor and oblique angle. Used by explode, by transformBy and
+// by the boxes of block pictures.
 #pragma once
 
 #include <string>
@@ -16,9 +17,10 @@ struct TransformedEntity {
   std::vector<db::OwnedGroup> groups;
 };
 
-// False for kinds this cannot carry through the map: hatches, dimensions, leaders,
-// images, solids of modelling, splines under non-uniform scaling, and polyline arcs
-// under non-uniform scaling.
+// False for kinds this cannot carry through the map: leaders, OLE frames, old-style
+// polylines (their vertices are records of their own), bodies of the solid modeler;
+// under maps that don't keep shapes similar also hatches, dimensions, multilines,
+// tables, viewports and tolerance frames, splines, and polyline arcs.
 bool transformEntity(std::string_view type, std::vector<db::OwnedGroup> groups,
                      const geom::Affine3& map, TransformedEntity& result);
 

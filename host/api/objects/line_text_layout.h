@@ -7,6 +7,8 @@
 #include "geom/text_metrics.h"
 #include "geom/vec.h"
 
+class QxDbText;
+
 namespace korva::api {
 
 struct LineTextFacts {
@@ -30,5 +32,9 @@ struct LocalBox {
 LocalBox lineTextBox(const LineTextFacts& facts);
 // Position minus alignment point, for the justified modes other than aligned and fit.
 geom::Vec2 positionOffset(const LineTextFacts& facts);
+
+// The facts of a text object: its string, style's metrics, size and justification
+// (the span of aligned and fit texts left at 0).
+LineTextFacts lineTextFactsOf(const QxDbText* text);
 
 }  // namespace korva::api

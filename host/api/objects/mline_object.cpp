@@ -1,8 +1,11 @@
 // QxDbMline over its MLINE record: for each vertex its position (11), direction (12),
 // miter (13) and, per element of the style, the element's offsets along the miter.
+#include <algorithm>
+
 #include "db/value_text.h"
 #include "entity_members.h"
 #include "planar_box.h"
+#include "qx_db_curves.h"
 #include "qx_db_mline.h"
 #include "repeated_groups.h"
 
@@ -136,4 +139,23 @@ Qxad::ErrorStatus QxDbMline::getGeomExtents(QxDbExtents& extents) const {
     for (double offset : vertex.elementOffsets) box.add(vertex.position + vertex.miter * offset);
   }
   return korva::api::extentsOfBox(box, extents);
+}
+
+Qxad::ErrorStatus QxDbMline::explode(QxDbVoidPtrArray& pieces) const {
+  std::vector<MlineVertex> vertices = verticesOf(this);
+  if (vertices.size() < 2) return Qxad::eDegenerateGeometry;
+  size_t segments = closedMline() ? vertices.size() : vertices.size() - 1;
+  for (size_t i = 0; i < segments; ++i) {
+    const MlineVertex& from = vertices[i];
+    const MlineVertex& to = vertices[(i + 1) % vertices.size()];
+    size_t elements = std::min(from.elementOffsets.size(), to.elementOffsets.size());
+    for (size_t element = 0; element < elements; ++element) {
+      auto* line =
+          new QxDbLine(m::toPoint(from.position + from.miter * from.elementOffsets[element]),
+                       m::toPoint(to.position + to.miter * to.elementOffsets[element]));
+      line->setPropertiesFrom(this);
+      pieces.append(line);
+    }
+  }
+  return Qxad::eOk;
 }

@@ -38,7 +38,9 @@ size_t cutAt(const std::string& text, size_t at) {
   return at;
 }
 
-korva::api::ParagraphSize layoutOf(const QxDbMText* text) {
+}  // namespace
+
+korva::api::ParagraphSize korva::api::paragraphLayoutOf(const QxDbMText* text) {
   korva::api::ParagraphFacts facts;
   std::string_view style = m::text(text, 7, kMText).value_or("Standard");
   facts.metrics = &korva::api::metricsOfStyle(korva::api::databaseOf(*text), style);
@@ -48,8 +50,6 @@ korva::api::ParagraphSize layoutOf(const QxDbMText* text) {
   facts.lineSpacingFactor = text->lineSpacingFactor();
   return korva::api::layOutParagraph(facts);
 }
-
-}  // namespace
 
 const QxRxClass* QxDbMText::desc() {
   static const QxRxClass record(L"QxDbMText", QxDbEntity::desc(), "MTEXT");
@@ -230,8 +230,8 @@ Qxad::ErrorStatus QxDbMText::setTextStyle(QxDbObjectId style) {
 }
 
 double QxDbMText::actualWidth() const {
-  return layoutOf(this).width;
+  return korva::api::paragraphLayoutOf(this).width;
 }
 double QxDbMText::actualHeight() const {
-  return layoutOf(this).height;
+  return korva::api::paragraphLayoutOf(this).height;
 }

@@ -50,10 +50,13 @@ ParagraphSize layOutParagraph(const ParagraphFacts& facts) {
     size.lines.push_back(current);
   }
   for (const std::string& line : size.lines) size.width = std::max(size.width, widthOf(line));
-  double pitch =
-      facts.textHeight * kLinePitch * (facts.lineSpacingFactor > 0 ? facts.lineSpacingFactor : 1);
+  double pitch = paragraphLinePitch(facts.textHeight, facts.lineSpacingFactor);
   size.height = facts.textHeight + static_cast<double>(size.lines.size() - 1) * pitch;
   return size;
+}
+
+double paragraphLinePitch(double textHeight, double lineSpacingFactor) {
+  return textHeight * kLinePitch * (lineSpacingFactor > 0 ? lineSpacingFactor : 1);
 }
 
 }  // namespace korva::api

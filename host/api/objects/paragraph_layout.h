@@ -8,6 +8,8 @@
 
 #include "geom/text_metrics.h"
 
+class QxDbMText;
+
 namespace korva::api {
 
 struct ParagraphFacts {
@@ -25,5 +27,11 @@ struct ParagraphSize {
 };
 
 ParagraphSize layOutParagraph(const ParagraphFacts& facts);
+
+// The distance between the baselines of neighbouring lines.
+double paragraphLinePitch(double textHeight, double lineSpacingFactor);
+
+// A paragraph text object laid out with the metrics of its style.
+ParagraphSize paragraphLayoutOf(const QxDbMText* text);
 
 }  // namespace korva::api

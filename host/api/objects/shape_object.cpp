@@ -6,6 +6,7 @@
 #include "entity_members.h"
 #include "geom/affine.h"
 #include "qx_db_shape.h"
+#include "shape_files.h"
 
 namespace m = korva::api::members;
 
@@ -83,5 +84,7 @@ Qxad::ErrorStatus QxDbShape::setName(const wchar_t* name) {
   return m::setText(this, 2, m::drawing(this, name), kShape);
 }
 int QxDbShape::shapeNumber() const {
-  return 0;
+  korva::db::Database* database = korva::api::databaseOf(*this);
+  std::optional<std::string_view> name = m::text(this, 2, kShape);
+  return database && name ? korva::api::shapeNumberOf(*database, *name) : 0;
 }

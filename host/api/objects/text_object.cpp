@@ -154,6 +154,14 @@ korva::api::LineTextFacts factsOf(const QxDbText* text) {
   return facts;
 }
 
+}  // namespace
+
+korva::api::LineTextFacts korva::api::lineTextFactsOf(const QxDbText* text) {
+  return factsOf(text);
+}
+
+namespace {
+
 Vec3 rotated(korva::geom::Vec2 v, double angle) {
   return {v.x * std::cos(angle) - v.y * std::sin(angle),
           v.x * std::sin(angle) + v.y * std::cos(angle), 0};

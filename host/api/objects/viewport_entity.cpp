@@ -1,5 +1,6 @@
 // Viewports: a window on model space placed in a paper-space layout.
 #include <algorithm>
+#include <cmath>
 
 #include "db/value_text.h"
 #include "object_access.h"
@@ -230,4 +231,10 @@ QxDbObjectId QxDbViewport::nonRectClipEntityId() const {
       korva::api::groupText(recordOf(this), 340, kViewportPart).value_or("0"));
   if (!database || !handle || *handle == korva::db::kNoHandle) return QxDbObjectId::kNull;
   return QxDbObjectId::fromParts(database->serial(), *handle);
+}
+
+Qxad::ErrorStatus QxDbViewport::getGeomExtents(QxDbExtents& extents) const {
+  QxGePoint3d center = centerPoint();
+  QxGeVector3d half(std::fabs(width()) / 2, std::fabs(height()) / 2, 0);
+  return extents.set(center - half, center + half);
 }

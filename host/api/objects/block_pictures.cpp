@@ -1,0 +1,267 @@
+#include "block_pictures.h"
+
+#include <algorithm>
+#include <numbers>
+
+#include "entity_transform.h"
+#include "object_groups.h"
+#include "object_state.h"
+#include "qx_db_entity.h"
+
+namespace korva::api {
+
+namespace {
+
+using geom::Affine3;
+using geom::Vec3;
+
+constexpr double kDegree = std::numbers::pi / 180;
+// Blocks that (wrongly) contain themselves end here.
+constexpr int kDeepestNesting = 32;
+
+bool hasMarker(const db::Record& record, std::string_view marker) {
+  for (const db::Group& group : record.groups()) {
+    if (group.code == 100 && group.value == marker) return true;
+  }
+  return false;
+}
+
+// The subclass part that holds a reference's placement; empty without markers.
+std::string_view placementPart(const db::Record& record) {
+  if (hasMarker(record, "AcDbMInsertBlock")) return "AcDbMInsertBlock";
+  if (hasMarker(record, "AcDbBlockReference")) return "AcDbBlockReference";
+  return {};
+}
+
+Vec3 pointOf(const db::Record& record, int code, std::string_view part, Vec3 fallback = {}) {
+  double p[3] = {fallback.x, fallback.y, fallback.z};
+  if (!groupPoint(record, code, p, part)) return fallback;
+  return {p[0], p[1], p[2]};
+}
+
+Vec3 normalOf(const db::Record& record, std::string_view part) {
+  Vec3 normal = pointOf(record, 210, part, {0, 0, 1});
+  return geom::length(normal) > 0 ? geom::normalized(normal) : Vec3{0, 0, 1};
+}
+
+bool isDimension(std::string_view type) {
+  return type == "DIMENSION" || type == "ARC_DIMENSION" || type == "LARGE_RADIAL_DIMENSION";
+}
+
+// What a block shows of itself when referenced: its constant attribute definitions,
+// its visible entities, not the parts that follow their owners.
+bool isShown(const db::Record& record) {
+  std::string_view type = record.type();
+  if (record.isErased() || type == "SEQEND" || type == "VERTEX") return false;
+  if (groupInteger(record, 60, 0) == 1) return false;
+  if (type == "ATTDEF") return (groupInteger(record, 70, 0) & 2) != 0;
+  if (type == "ATTRIB") return (groupInteger(record, 70, 0) & 1) == 0;
+  return true;
+}
+
+void addMappedBox(const geom::SpaceBox& local, const Affine3& map, geom::SpaceBox& box) {
+  if (local.empty()) return;
+  for (int corner = 0; corner < 8; ++corner) {
+    box.add(
+        map.point({corner & 1 ? local.max.x : local.min.x, corner & 2 ? local.max.y : local.min.y,
+                   corner & 4 ? local.max.z : local.min.z}));
+  }
+}
+
+// The box a view's class measures, when it measures one.
+bool viewExtents(QxDbObject* view, geom::SpaceBox& local) {
+  const QxDbEntity* entity = QxDbEntity::cast(view);
+  QxDbExtents extents;
+  bool measured = entity && entity->getGeomExtents(extents) == Qxad::eOk && !extents.isEmpty();
+  if (measured) {
+    local.add(Vec3{extents.minPoint().x, extents.minPoint().y, extents.minPoint().z});
+    local.add(Vec3{extents.maxPoint().x, extents.maxPoint().y, extents.maxPoint().z});
+  }
+  delete view;
+  return measured;
+}
+
+}  // namespace
+
+Affine3 blockToWorld(Vec3 position, Vec3 normal, Vec3 scale, double rotation, Vec3 basePoint,
+                     Vec3 gridOffset) {
+  return geom::objectToWorld(normal) * Affine3::translation(position) *
+         Affine3::rotationZ(rotation) * Affine3::translation(gridOffset) *
+         Affine3::scaling(scale.x, scale.y, scale.z) * Affine3::translation(basePoint * -1);
+}
+
+Vec3 basePointOf(const db::BlockDefinition& block) {
+  return block.begin ? pointOf(*block.begin, 10, {}) : Vec3{};
+}
+
+std::optional<BlockPicture> pictureOf(const db::Database& constDatabase, const db::Record& record) {
+  auto& database = const_cast<db::Database&>(constDatabase);
+  std::string_view type = record.type();
+  BlockPicture picture;
+  if (type == "INSERT" || type == "ACAD_TABLE") {
+    std::string_view part = placementPart(record);
+    picture.block = std::string(groupText(record, 2, part).value_or(""));
+    db::BlockDefinition* block = database.block(picture.block);
+    if (!block) return std::nullopt;
+    Vec3 position = pointOf(record, 10, part);
+    Vec3 normal = normalOf(record, part);
+    Vec3 scale{groupReal(record, 41, 1, part), groupReal(record, 42, 1, part),
+               groupReal(record, 43, 1, part)};
+    double rotation = groupReal(record, 50, 0, part) * kDegree;
+    bool grid = type == "INSERT";
+    long long columns = grid ? std::max(1LL, groupInteger(record, 70, 1, part)) : 1;
+    long long rows = grid ? std::max(1LL, groupInteger(record, 71, 1, part)) : 1;
+    double columnSpacing = grid ? groupReal(record, 44, 0, part) : 0;
+    double rowSpacing = grid ? groupReal(record, 45, 0, part) : 0;
+    for (long long row = 0; row < rows; ++row) {
+      for (long long column = 0; column < columns; ++column) {
+        Vec3 offset{static_cast<double>(column) * columnSpacing,
+                    static_cast<double>(row) * rowSpacing, 0};
+        picture.placements.push_back(
+            blockToWorld(position, normal, scale, rotation, basePointOf(*block), offset));
+      }
+    }
+    return picture;
+  }
+  if (isDimension(type)) {
+    picture.block = std::string(groupText(record, 2, "AcDbDimension").value_or(""));
+    if (!database.block(picture.block)) return std::nullopt;
+    // The block stands where it is drawn; a clone's insertion point moves it.
+    Affine3 placement;
+    double p[3];
+    if (groupPoint(record, 12, p, "AcDbDimension")) {
+      Vec3 normal = normalOf(record, "AcDbDimension");
+      placement = Affine3::translation(geom::objectToWorld(normal).point({p[0], p[1], p[2]}));
+    }
+    picture.placements.push_back(placement);
+    return picture;
+  }
+  return std::nullopt;
+}
+
+bool addBlockExtents(db::Database& database, std::string_view name, const Affine3& map,
+                     geom::SpaceBox& box, int depth) {
+  if (depth > kDeepestNesting) return false;
+  db::BlockDefinition* block = database.block(name);
+  if (!block) return true;
+  bool complete = true;
+  // The list can't change while its boxes are measured: copy it all the same, since a
+  // view may open records.
+  std::vector<db::Record*> records = block->entities;
+  for (db::Record* record : records) {
+    if (!isShown(*record)) continue;
+    std::optional<BlockPicture> picture = pictureOf(database, *record);
+    if (picture) {
+      for (const Affine3& placement : picture->placements)
+        complete =
+            addBlockExtents(database, picture->block, map * placement, box, depth + 1) && complete;
+      continue;
+    }
+    addEntityExtents(database, *record, map, box, depth);
+  }
+  return complete;
+}
+
+void addEntityExtents(db::Database& database, db::Record& record, const Affine3& map,
+                      geom::SpaceBox& box, int depth) {
+  if (std::optional<BlockPicture> picture = pictureOf(database, record)) {
+    for (const Affine3& placement : picture->placements)
+      addBlockExtents(database, picture->block, map * placement, box, depth + 1);
+    return;
+  }
+  TransformedEntity moved;
+  geom::SpaceBox local;
+  if (transformEntity(record.type(), pieceGroups(record), map, moved)) {
+    viewExtents(newDetachedView(database, moved.type, std::move(moved.groups)), box);
+    return;
+  }
+  // Kinds that can't follow the map are measured in place.
+  if (viewExtents(newRecordView(database, record), local)) addMappedBox(local, map, box);
+}
+
+bool explodeBlock(db::Database& database, std::string_view name, const Affine3& map,
+                  std::vector<QxDbEntity*>& pieces, int depth) {
+  db::BlockDefinition* block = database.block(name);
+  if (!block || depth > kDeepestNesting) return false;
+  std::vector<QxDbEntity*> made;
+  auto fail = [&] {
+    for (QxDbEntity* piece : made) delete piece;
+    return false;
+  };
+  for (db::Record* record : block->entities) {
+    if (record->isErased()) continue;
+    std::string_view type = record->type();
+    // Attributes of nested references and polyline parts follow their owner.
+    if (type == "ATTRIB" || type == "SEQEND") continue;
+    if (type == "VERTEX" || type == "POLYLINE") return fail();
+    TransformedEntity moved;
+    if (transformEntity(type, pieceGroups(*record), map, moved)) {
+      QxDbObject* object = newObjectLike(moved.type, std::move(moved.groups));
+      QxDbEntity* entity = QxDbEntity::cast(object);
+      if (!entity) {
+        delete object;
+        return fail();
+      }
+      made.push_back(entity);
+      continue;
+    }
+    // A nested reference the map would skew: carry its block's entities instead.
+    std::optional<BlockPicture> picture = pictureOf(database, *record);
+    if (type != "INSERT" || !picture) return fail();
+    for (const Affine3& placement : picture->placements) {
+      if (!explodeBlock(database, picture->block, map * placement, made, depth + 1)) return fail();
+    }
+  }
+  pieces.insert(pieces.end(), made.begin(), made.end());
+  return true;
+}
+
+bool transformBlockContents(db::Database& database, std::string_view name, const Affine3& map) {
+  db::BlockDefinition* block = database.block(name);
+  if (!block) return false;
+  std::vector<std::pair<db::Record*, std::vector<db::OwnedGroup>>> rewritten;
+  for (db::Record* record : block->entities) {
+    if (record->isErased() || record->type() == "SEQEND") continue;
+    TransformedEntity moved;
+    if (!transformEntity(record->type(), record->ownedGroups(), map, moved) ||
+        moved.type != record->type()) {
+      return false;
+    }
+    rewritten.emplace_back(record, std::move(moved.groups));
+  }
+  for (auto& [record, groups] : rewritten) record->assign(std::move(groups));
+  database.recordChanged();
+  return true;
+}
+
+QxDbObject* newRecordView(db::Database& database, db::Record& record) {
+  QxDbObject* view = newObjectLike(record.type(), record.ownedGroups());
+  QxDbObjectState* state = QxDbObjectState::of(view);
+  state->ownRecord.reset();
+  state->record = &record;
+  state->database = &database;
+  return view;
+}
+
+QxDbObject* newDetachedView(db::Database& database, std::string_view type,
+                            std::vector<db::OwnedGroup> groups) {
+  QxDbObject* view = newObjectLike(type, std::move(groups));
+  QxDbObjectState::of(view)->database = &database;
+  return view;
+}
+
+std::vector<db::OwnedGroup> pieceGroups(const db::Record& record) {
+  std::vector<db::OwnedGroup> groups;
+  bool inLinks = false;
+  for (const db::Group& group : record.groups()) {
+    if (group.code == 102) {
+      inLinks = group.value.starts_with('{');
+      continue;
+    }
+    if (inLinks || group.code == 5 || group.code == 330 || group.code == 360) continue;
+    groups.push_back({group.code, std::string(group.value)});
+  }
+  return groups;
+}
+
+}  // namespace korva::api

@@ -1,0 +1,3 @@
+#!/bin/sh
+# A stand-in program: writes its arguments to TMPDIR/started, one start per line.
+echo "$*" >> "$TMPDIR/started"
