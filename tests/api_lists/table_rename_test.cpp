@@ -1,6 +1,7 @@
 // Renaming table records through qxdbEntMod: the names that refer to them follow, and
 // ezdxf finds every name of the saved drawing.
 #include "list_fixture.h"
+#include "qx_db_tables.h"
 
 namespace korva::test {
 namespace {
@@ -145,6 +146,22 @@ TEST_F(TableRenameTest, ApplicationNameFollowsIntoExtendedData) {
   EXPECT_EQ(list.string(1001), L"NEWAPP");
   EXPECT_EQ(list.string(1000), L"kept");
   EXPECT_EQ(saveAndAudit(database(), "rename_appid.dxf"), "");
+}
+
+TEST_F(TableRenameTest, RenameThroughTheObjectLayerFollowsToo) {
+  make(qxutBuildList(RTDXF0, L"LINE", 8, L"Walls", 10, a, 11, b, RTNONE));
+  db::Record& line = last();
+  EntityName layer;
+  ASSERT_EQ(qxdbTblObjName(L"LAYER", L"Walls", layer), RTNORM);
+  QxDbObjectId id;
+  ASSERT_EQ(qxdbGetObjectId(id, layer), Qxad::eOk);
+  QxDbObject* object = nullptr;
+  ASSERT_EQ(qxdbOpenQxDbObject(object, id, 1, false), Qxad::eOk);
+  QxDbSymbolTableRecord* record = QxDbSymbolTableRecord::cast(object);
+  ASSERT_NE(record, nullptr);
+  EXPECT_EQ(record->setName(L"Partitions"), Qxad::eOk);
+  object->close();
+  EXPECT_EQ(line.find(8).value_or(""), "Partitions");
 }
 
 TEST_F(TableRenameTest, FixedTakenAndMalformedNamesAreRefused) {

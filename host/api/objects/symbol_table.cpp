@@ -1,5 +1,6 @@
 // Symbol tables, their iterators, and what every table record has: a name and flags.
 #include "api/record_places.h"
+#include "api/table_rename.h"
 #include "object_access.h"
 #include "qx_db_blocks.h"
 #include "qx_db_tables.h"
@@ -59,13 +60,15 @@ Qxad::ErrorStatus QxDbSymbolTableRecord::setName(const wchar_t* name) {
   Database* database = korva::api::databaseOf(*this);
   Record& record = korva::api::recordOf(*this);
   std::string text = korva::api::drawingText(database, name);
-  if (database) {
-    if (korva::db::Table* table = korva::api::tableHolding(*database, record)) {
-      Record* other = entryNamed(*table, text, false);
-      if (other && other != &record) return Qxad::eDuplicateKey;
-    }
+  korva::db::Table* table = database ? korva::api::tableHolding(*database, record) : nullptr;
+  if (table) {
+    Record* other = entryNamed(*table, text, false);
+    if (other && other != &record) return Qxad::eDuplicateKey;
   }
+  std::string oldName(korva::api::groupText(record, 2).value_or(""));
   korva::api::setGroupText(record, 2, text);
+  // The drawing names its layers, linetypes, styles and blocks: the names follow.
+  if (table && oldName != text) korva::api::renameReferences(*database, record, oldName, text);
   korva::api::noteChanged(*this);
   return Qxad::eOk;
 }
