@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "db/value_text.h"
 #include "objects/entity_transform.h"
+#include "record_places.h"
 
 namespace korva::api {
 namespace {
@@ -20,24 +22,6 @@ bool isListed(std::string_view type, std::initializer_list<std::string_view> typ
 bool keepsShapeUnderAnyMap(std::string_view type) {
   return isListed(type, {"LINE", "POINT", "3DFACE", "SOLID", "TRACE", "RAY", "XLINE", "LWPOLYLINE",
                          "ELLIPSE", "CIRCLE", "ARC", "SPLINE"});
-}
-
-// Leaders: world vertices, the direction of the hook line and the offsets to the
-// annotation; the annotation's size scales with the map.
-bool leader(Groups& groups, const Affine3& map) {
-  double scale = 1;
-  if (!geom::isSimilarity(map, scale)) return false;
-  Vec3 normal = extrusion(groups);
-  moveWorldPoints(groups, map, 10);
-  Vec3 vector;
-  if (readPoint(groups, 211, vector) && geom::length(vector) > 0)
-    writePoint(groups, 211, geom::normalized(map.vector(vector)));
-  for (int code : {212, 213}) {
-    if (readPoint(groups, code, vector)) writePoint(groups, code, map.vector(vector));
-  }
-  scaleReals(groups, {40, 41}, scale);
-  setExtrusion(groups, map.normal(normal));
-  return true;
 }
 
 // A spline is its control points' under any affine map; fit points lie on the curve
@@ -82,16 +66,89 @@ bool transformGroups(std::string_view type, Groups groups, const Affine3& map, G
       return true;
     }
   }
-  if (type == "LEADER") {
-    if (!leader(groups, map)) return false;
-    out = std::move(groups);
-    return true;
-  }
   TransformedEntity result;
   // A circle that would have to become an ellipse is not carried: the record keeps its kind.
   if (!transformEntity(type, std::move(groups), map, result) || result.type != type) return false;
   out = std::move(result.groups);
   return true;
+}
+
+namespace {
+
+// The groups a copy keeps: not the handle, reactors or dictionary links, and the owner
+// given anew.
+Groups ownedBy(Groups groups, db::Handle owner) {
+  Groups out;
+  bool inAppGroup = false;
+  bool ownerSet = false;
+  for (db::OwnedGroup& group : groups) {
+    if (group.code == 102) {
+      inAppGroup = !group.value.empty() && group.value[0] == '{';
+      continue;
+    }
+    if (inAppGroup || group.code == 5) continue;
+    if (group.code == 330) {
+      if (ownerSet) continue;
+      group.value = db::formatHandle(owner);
+      ownerSet = true;
+    }
+    out.push_back(std::move(group));
+  }
+  if (!ownerSet) out.insert(out.begin(), {330, db::formatHandle(owner)});
+  return out;
+}
+
+// Whether records of its own (vertices, attributes) and a SEQEND follow the entity.
+bool hasParts(std::string_view type, Groups& groups) {
+  if (type == "POLYLINE") return true;
+  return type == "INSERT" && anyNonZero(groups, {66});
+}
+
+}  // namespace
+
+std::string addPictureCopy(db::Database& database, const db::BlockDefinition& source,
+                           std::vector<BlockEntityCopy> entities) {
+  std::string name;
+  for (int number = 1; name.empty(); ++number) {
+    std::string candidate = "*D" + std::to_string(number);
+    if (!database.block(candidate) && !database.tableEntry("BLOCK_RECORD", candidate))
+      name = candidate;
+  }
+  Vec3 base;
+  Groups sourceBegin = source.begin->ownedGroups();
+  readPoint(sourceBegin, 10, base);
+  db::BlockDefinition* made = database.addBlock(name, base.x, base.y, base.z);
+  if (!made) return {};
+  made->begin->setValue(70, source.begin->find(70).value_or("1"));
+  db::Handle blockRecord = made->begin->owner();
+  db::Record* main = nullptr;
+  std::string mainLayer = "0";
+  bool partsOpen = false;
+  auto closeParts = [&] {
+    if (partsOpen) {
+      database.addEntity(
+          {{330, db::formatHandle(main->handle())}, {100, "AcDbEntity"}, {8, mainLayer}}, "SEQEND",
+          made);
+    }
+    partsOpen = false;
+  };
+  for (BlockEntityCopy& entity : entities) {
+    bool part = isSubEntityType(entity.type) && main;
+    if (!part) closeParts();
+    if (entity.type == "SEQEND" && !partsOpen) continue;
+    db::Handle owner = part ? main->handle() : blockRecord;
+    bool opensParts = !part && hasParts(entity.type, entity.groups);
+    if (!part && find(entity.groups, 8)) mainLayer = find(entity.groups, 8)->value;
+    db::Record* record =
+        database.addEntity(ownedBy(std::move(entity.groups), owner), entity.type, made);
+    if (entity.type == "SEQEND") partsOpen = false;
+    if (!part) {
+      main = record;
+      partsOpen = opensParts;
+    }
+  }
+  closeParts();
+  return name;
 }
 
 }  // namespace korva::api

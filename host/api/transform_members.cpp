@@ -12,6 +12,7 @@
 #include "geom/affine.h"
 #include "objects/entity_transform.h"
 #include "objects/group_transform.h"
+#include "objects/old_polyline_transform.h"
 #include "qx_selection.h"
 #include "record_places.h"
 #include "selection_sets.h"
@@ -96,53 +97,17 @@ bool SetTransform::entity(db::Record& record, Followers followers, std::vector<C
 }
 
 bool SetTransform::polyline(db::Record& record, Followers followers, std::vector<Change>& out) {
-  using namespace transform;
   Groups groups = record.ownedGroups();
-  long long flags = db::parseInteger(find(groups, 70) ? find(groups, 70)->value : "0").value_or(0);
-  bool world = (flags & (8 | 16 | 64)) != 0;
-  double scale = 1;
-  bool similar = geom::isSimilarity(map_, scale);
   std::vector<Groups> vertices;
   for (db::Record* follower : followers) {
     if (follower->type() != "VERTEX") break;
     vertices.push_back(follower->ownedGroups());
   }
-  if (!similar && !world) {
-    // A plane polyline stays exact without arcs, widths, curve fitting or a thickness
-    // the map tilts.
-    if ((flags & 2) || anyNonZero(groups, {40, 41}) || !thicknessFollows(groups, map_)) {
-      return false;
-    }
-    for (Groups& vertex : vertices) {
-      if (anyNonZero(vertex, {40, 41, 42})) return false;
-    }
-  }
-  Vec3 normal = extrusion(groups);
-  PlaneMove move(map_, normal);
-  Vec3 own;
-  double elevation = readPoint(groups, 10, own) ? own.z : 0;
-  double newElevation = move.point(map_, {0, 0, elevation}).z;
-  for (size_t i = 0; i < vertices.size(); ++i) {
-    Groups& vertex = vertices[i];
-    Vec3 p;
-    if (readPoint(vertex, 10, p)) {
-      if (world) {
-        writePoint(vertex, 10, map_.point(p));
-      } else {
-        p.z = elevation;
-        writePoint(vertex, 10, move.point(map_, p));
-      }
-    }
-    if (!world) scaleReals(vertex, {40, 41}, scale);
-    out.push_back({followers[i], std::move(vertex)});
-  }
-  if (!world) {
-    if (find(groups, 10)) writePoint(groups, 10, {0, 0, newElevation});
-    scaleReals(groups, {40, 41}, scale);
-    scaleThickness(groups, map_, normal);
-    setExtrusion(groups, move.newNormal);
-  }
+  if (!transformOldPolylineGroups(groups, vertices, map_)) return false;
+  // The polyline ahead of its vertices, as a copy of its block must hold them.
   out.push_back({&record, std::move(groups)});
+  for (size_t i = 0; i < vertices.size(); ++i)
+    out.push_back({followers[i], std::move(vertices[i])});
   return true;
 }
 
@@ -192,44 +157,11 @@ bool SetTransform::planDimensionBlocks() {
 }
 
 void SetTransform::makeCopy(BlockCopy& copy) {
-  std::string name;
-  for (int number = 1; name.empty(); ++number) {
-    std::string candidate = "*D" + std::to_string(number);
-    if (!database_.block(candidate) && !database_.tableEntry("BLOCK_RECORD", candidate))
-      name = candidate;
-  }
-  Vec3 base;
-  Groups sourceBegin = copy.source->begin->ownedGroups();
-  transform::readPoint(sourceBegin, 10, base);
-  db::BlockDefinition* made = database_.addBlock(name, base.x, base.y, base.z);
-  if (!made) return;
-  made->begin->setValue(70, copy.source->begin->find(70).value_or("1"));
-  db::Handle blockRecord = made->begin->owner();
-  db::Record* main = nullptr;
-  for (Change& change : copy.entities) {
-    // The copy shares no dictionary or reactors with its original and gets a handle
-    // of its own.
-    Groups groups;
-    bool inAppGroup = false;
-    bool ownerSet = false;
-    bool part = isSubEntityType(change.record->type());
-    db::Handle owner = part && main ? main->handle() : blockRecord;
-    for (db::OwnedGroup& group : change.groups) {
-      if (group.code == 102) {
-        inAppGroup = !group.value.empty() && group.value[0] == '{';
-        continue;
-      }
-      if (inAppGroup || group.code == 5) continue;
-      if (group.code == 330 && !ownerSet) {
-        group.value = db::formatHandle(owner);
-        ownerSet = true;
-      }
-      groups.push_back(std::move(group));
-    }
-    if (!ownerSet) groups.insert(groups.begin(), {330, db::formatHandle(owner)});
-    db::Record* record = database_.addEntity(std::move(groups), change.record->type(), made);
-    if (!part) main = record;
-  }
+  std::vector<BlockEntityCopy> entities;
+  for (Change& change : copy.entities)
+    entities.push_back({std::string(change.record->type()), std::move(change.groups)});
+  std::string name = addPictureCopy(database_, *copy.source, std::move(entities));
+  if (name.empty()) return;
   for (size_t index : copy.dimensionChanges) transform::put(changes_[index].groups, 2, name);
 }
 

@@ -1,6 +1,7 @@
 // Transforming curves writes their groups; exploding polylines makes lines and arcs.
 #include <cmath>
 #include <numbers>
+#include <vector>
 
 #include "curve_fixture.h"
 #include "qx_db_polylines.h"
@@ -135,4 +136,41 @@ TEST_F(CurveDrawing, NewObjectsOwnTheirGroups) {
   QxDbEllipse ellipse(QxGePoint3d(), QxGeVector3d::kZAxis, QxGeVector3d(2, 0, 0), 0.5, 0, kPi);
   EXPECT_NEAR(ellipse.endAngle(), kPi, 1e-12);
   EXPECT_NEAR(ellipse.paramAtAngle(kPi / 4), std::atan2(1.0, 0.5), 1e-12);
+}
+
+// An old-style polyline moves with its vertex records; a map that would bend its arcs
+// out of shape leaves both untouched.
+TEST_F(CurveDrawing, OldPolylineTransformsWithItsVertices) {
+  auto* polyline = add(
+      "POLYLINE", {{100, "AcDb2dPolyline"}, {66, "1"}, {10, "0"}, {20, "0"}, {30, "2"}, {70, "0"}});
+  std::vector<korva::db::Record*> vertices;
+  for (const char* x : {"0", "2", "2"}) {
+    auto* v = add("VERTEX", {{100, "AcDbVertex"},
+                             {100, "AcDb2dVertex"},
+                             {10, x},
+                             {20, vertices.size() == 2 ? "3" : "0"},
+                             {30, "0"},
+                             {42, vertices.empty() ? "1" : "0"},
+                             {70, "0"}});
+    korva::db::Database::setLinks(*v, v->handle(), polyline->handle());
+    vertices.push_back(v);
+  }
+  add("SEQEND", {});
+  QxDb2dPolyline* pl = open<QxDb2dPolyline>(polyline, QxDb::kForWrite);
+  ASSERT_TRUE(pl);
+  double before = lengthOf(pl);
+  EXPECT_EQ(pl->transformBy(QxGeMatrix3d::scaling(QxGeScale3d(1, 2, 1))), Qxad::eNotApplicable);
+  EXPECT_EQ(number(vertices[2], 20), 3);
+  // p -> 2 R(90 degrees) p: (x, y, z) -> (-2y, 2x, 2z).
+  QxGeMatrix3d map =
+      QxGeMatrix3d::scaling(2) * QxGeMatrix3d::rotation(kPi / 2, QxGeVector3d::kZAxis);
+  ASSERT_EQ(pl->transformBy(map), Qxad::eOk);
+  EXPECT_NEAR(lengthOf(pl), 2 * before, 1e-12);
+  EXPECT_NEAR(pl->elevation(), 4, 1e-12);
+  pl->close();
+  EXPECT_NEAR(number(vertices[1], 10), 0, 1e-12);
+  EXPECT_NEAR(number(vertices[1], 20), 4, 1e-12);
+  EXPECT_NEAR(number(vertices[2], 10), -6, 1e-12);
+  EXPECT_NEAR(number(vertices[2], 20), 4, 1e-12);
+  EXPECT_EQ(number(vertices[0], 42), 1);
 }

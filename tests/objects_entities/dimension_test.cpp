@@ -58,6 +58,46 @@ TEST_F(DimensionTest, TypeBitsChooseTheClass) {
   }
 }
 
+TEST_F(DimensionTest, PictureWithAnOldPolylineMovesWithTheDimension) {
+  addBlock("*D1");
+  add("POLYLINE",
+      {{100, "AcDbEntity"},
+       {8, "0"},
+       {100, "AcDb2dPolyline"},
+       {66, "1"},
+       {10, "0"},
+       {20, "0"},
+       {30, "0"},
+       {70, "0"}},
+      "*D1");
+  std::vector<QxDbObjectId> vertices;
+  for (const char* x : {"7", "9"}) {
+    vertices.push_back(add("VERTEX",
+                           {{100, "AcDbEntity"},
+                            {8, "0"},
+                            {100, "AcDbVertex"},
+                            {100, "AcDb2dVertex"},
+                            {10, x},
+                            {20, "8"},
+                            {30, "0"},
+                            {70, "0"}},
+                           "*D1"));
+  }
+  add("SEQEND", {{100, "AcDbEntity"}, {8, "0"}}, "*D1");
+  QxDbObjectId id = addDimension(32, "AcDbAlignedDimension");
+  QxDbObject* object = nullptr;
+  ASSERT_EQ(qxdbOpenQxDbObject(object, id, QxDb::kForWrite), Qxad::eOk);
+  QxDbEntity* dimension = QxDbEntity::cast(object);
+  EXPECT_EQ(dimension->transformBy(QxGeMatrix3d::translation(QxGeVector3d(5, 0, 0))), Qxad::eOk);
+  object->close();
+  double point[3];
+  api::groupPoint(*api::recordOf(vertices[0]), 10, point);
+  EXPECT_NEAR(point[0], 12, 1e-12);
+  api::groupPoint(*api::recordOf(vertices[1]), 10, point);
+  EXPECT_NEAR(point[0], 14, 1e-12);
+  EXPECT_NEAR(point[1], 8, 1e-12);
+}
+
 TEST_F(DimensionTest, MembersReadTheirDefinitionPoints) {
   QxDbObject* object = nullptr;
   ASSERT_EQ(

@@ -1,5 +1,7 @@
 // Leaders and tolerance frames: vertices, the annotation link, and dimension variables
 // from the entity's override or its style, through both layers.
+#include <numbers>
+
 #include "api/objects/object_state.h"
 #include "db/handle.h"
 #include "more_fixture.h"
@@ -64,6 +66,34 @@ TEST_F(AnnotationTest, LeaderVerticesThroughBothLayers) {
   EXPECT_POINT_NEAR(leader->vertexAt(3), 9, 3, 1, 0);
   EXPECT_FALSE(leader->hasArrowHead());
   leader->close();
+}
+
+TEST_F(AnnotationTest, LeaderFollowsSimilaritiesOnlyAndKeepsItsExtendedData) {
+  std::vector<db::OwnedGroup> all = groups(
+      "100 AcDbLeader|3 Standard|71 1|72 0|73 0|74 0|75 0|40 2.5|41 4|76 2|10 3|20 3|30 0|10 6|20 "
+      "3|30 1|210 0|220 0|230 1|211 1|221 0|231 0|212 0.5|222 0|232 0|213 0|223 -1|233 0");
+  all.insert(all.end(), kOverrides.begin(), kOverrides.end());
+  QxDbObjectId id = add("LEADER", all);
+  QxDbLeader* leader = open<QxDbLeader>(id, QxDb::kForWrite);
+  ASSERT_TRUE(leader);
+  // Skewing would bend the hook line against its annotation: refused, nothing moves.
+  EXPECT_EQ(leader->transformBy(QxGeMatrix3d::scaling(QxGeScale3d(2, 1, 1))), Qxad::eNotApplicable);
+  EXPECT_POINT_NEAR(leader->vertexAt(0), 3, 3, 0, 0);
+  // p -> 2 R(90 degrees) p + (1, 1, 0).
+  QxGeMatrix3d map = QxGeMatrix3d::translation(QxGeVector3d(1, 1, 0)) * QxGeMatrix3d::scaling(2) *
+                     QxGeMatrix3d::rotation(std::numbers::pi / 2, QxGeVector3d(0, 0, 1));
+  ASSERT_EQ(leader->transformBy(map), Qxad::eOk);
+  EXPECT_POINT_NEAR(leader->vertexAt(0), -5, 7, 0, 1e-12);
+  EXPECT_POINT_NEAR(leader->vertexAt(1), -5, 13, 2, 1e-12);
+  EXPECT_NEAR(leader->dimasz(), 0.7, 1e-15) << "the override stays with the leader";
+  leader->close();
+
+  EXPECT_POINT_NEAR(listPoint(id, 211).value_or(QxGePoint3d()), 0, 1, 0, 1e-12);
+  EXPECT_POINT_NEAR(listPoint(id, 212).value_or(QxGePoint3d()), 0, 1, 0, 1e-12);
+  EXPECT_POINT_NEAR(listPoint(id, 213).value_or(QxGePoint3d()), 2, 0, 0, 1e-12);
+  EXPECT_POINT_NEAR(listPoint(id, 210).value_or(QxGePoint3d()), 0, 0, 1, 1e-12);
+  EXPECT_NEAR(listReal(id, 40).value_or(0), 5, 1e-12);
+  EXPECT_NEAR(listReal(id, 41).value_or(0), 8, 1e-12);
 }
 
 TEST_F(AnnotationTest, AttachAndDetachAnnotation) {

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <numbers>
 
+#include "api/transform_kinds.h"
 #include "entity_transform.h"
 #include "object_groups.h"
 #include "object_state.h"
+#include "old_polyline_transform.h"
 #include "qx_db_entity.h"
 
 namespace korva::api {
@@ -179,6 +181,122 @@ void addEntityExtents(db::Database& database, db::Record& record, const Affine3&
   if (viewExtents(newRecordView(database, record), local)) addMappedBox(local, map, box);
 }
 
+namespace {
+
+// The old-style polyline at `index` of a block's list and its vertices, as moved
+// copies; false when the map can't carry them.
+bool movedOldPolyline(const std::vector<db::Record*>& records, size_t index, const Affine3& map,
+                      std::vector<db::OwnedGroup>& polyline,
+                      std::vector<std::vector<db::OwnedGroup>>& vertices) {
+  polyline = pieceGroups(*records[index]);
+  for (size_t i = index + 1; i < records.size() && records[i]->type() == "VERTEX"; ++i) {
+    if (!records[i]->isErased()) vertices.push_back(pieceGroups(*records[i]));
+  }
+  return transformOldPolylineGroups(polyline, vertices, map);
+}
+
+// A transformed copy of the old-style polyline at `index` of a block's list, carrying
+// copies of its vertices and SEQEND into the database behind it; null when the map
+// can't carry it.
+QxDbEntity* explodedOldPolyline(const std::vector<db::Record*>& records, size_t index,
+                                const Affine3& map) {
+  std::vector<db::OwnedGroup> polyline;
+  std::vector<std::vector<db::OwnedGroup>> vertices;
+  if (!movedOldPolyline(records, index, map, polyline, vertices)) return nullptr;
+  std::vector<db::OwnedGroup> end = {{100, "AcDbEntity"}};
+  for (size_t i = index + 1; i < records.size(); ++i) {
+    if (records[i]->type() == "SEQEND") end = pieceGroups(*records[i]);
+    if (records[i]->type() != "VERTEX") break;
+  }
+  QxDbObject* object = newObjectLike("POLYLINE", std::move(polyline));
+  QxDbEntity* entity = QxDbEntity::cast(object);
+  if (!entity) {
+    delete object;
+    return nullptr;
+  }
+  auto& followers = QxDbObjectState::of(entity)->followers;
+  for (std::vector<db::OwnedGroup>& vertex : vertices)
+    followers.emplace_back("VERTEX", std::move(vertex));
+  followers.emplace_back("SEQEND", std::move(end));
+  return entity;
+}
+
+using PictureEntities = std::vector<std::pair<std::string, std::vector<db::OwnedGroup>>>;
+
+// A nested reference's attributes and SEQEND, after it at `index` of a block's list,
+// moved with it and carried into the database behind its copy. False when the map
+// can't carry one.
+bool attachAttributes(const std::vector<db::Record*>& records, size_t index, const Affine3& map,
+                      QxDbEntity& copy) {
+  PictureEntities& followers = QxDbObjectState::of(&copy)->followers;
+  size_t i = index + 1;
+  for (; i < records.size() && records[i]->type() == "ATTRIB"; ++i) {
+    if (records[i]->isErased()) continue;
+    TransformedEntity moved;
+    if (!transformEntity("ATTRIB", pieceGroups(*records[i]), map, moved)) return false;
+    followers.emplace_back("ATTRIB", std::move(moved.groups));
+  }
+  if (followers.empty()) return true;
+  bool ended = i < records.size() && records[i]->type() == "SEQEND";
+  followers.emplace_back("SEQEND", ended ? pieceGroups(*records[i])
+                                         : std::vector<db::OwnedGroup>{{100, "AcDbEntity"}});
+  return true;
+}
+
+// A dimension draws its block where it stands: a moved copy of it needs a moved copy of
+// the block, seen from its new place. The copy's entities, in block order; none for
+// other kinds and for dimensions drawn from their values. False when the map can't
+// carry one of them.
+bool planPictureCopy(db::Database& database, const db::Record& original,
+                     const std::vector<db::OwnedGroup>& moved, const Affine3& map,
+                     PictureEntities& entities) {
+  std::string_view type = original.type();
+  if (type != "DIMENSION" && type != "ARC_DIMENSION" && type != "LARGE_RADIAL_DIMENSION")
+    return true;
+  std::optional<BlockPicture> before = pictureOf(database, original);
+  std::optional<BlockPicture> after = pictureOf(database, db::Record(type, moved));
+  db::BlockDefinition* block = before ? database.block(before->block) : nullptr;
+  if (!block || !after || before->placements.size() != 1 || after->placements.size() != 1)
+    return true;
+  Affine3 contents = after->placements[0].inverse() * map * before->placements[0];
+  const std::vector<db::Record*>& records = block->entities;
+  for (size_t index = 0; index < records.size(); ++index) {
+    db::Record* record = records[index];
+    std::string_view kind = record->type();
+    if (record->isErased() || kind == "VERTEX" || kind == "SEQEND") continue;
+    if (kind == "POLYLINE") {
+      std::vector<db::OwnedGroup> polyline;
+      std::vector<std::vector<db::OwnedGroup>> vertices;
+      if (!movedOldPolyline(records, index, contents, polyline, vertices)) return false;
+      entities.emplace_back("POLYLINE", std::move(polyline));
+      for (auto& vertex : vertices) entities.emplace_back("VERTEX", std::move(vertex));
+      continue;
+    }
+    // Attributes follow their reference, which the copy's block closes with a SEQEND.
+    TransformedEntity copy;
+    if (!transformEntity(kind, pieceGroups(*record), contents, copy)) return false;
+    entities.emplace_back(std::move(copy.type), std::move(copy.groups));
+  }
+  return true;
+}
+
+}  // namespace
+
+void addPendingPicture(db::Database& database, QxDbEntity& entity) {
+  QxDbObjectState* state = QxDbObjectState::of(&entity);
+  if (state->pictureEntities.empty()) return;
+  std::vector<BlockEntityCopy> entities;
+  for (auto& [type, groups] : state->pictureEntities)
+    entities.push_back({std::move(type), std::move(groups)});
+  state->pictureEntities.clear();
+  // Added to another drawing, where the block it came from is missing, the dimension
+  // keeps naming its block.
+  const db::BlockDefinition* source = database.block(state->pictureSource);
+  if (!source) return;
+  std::string name = addPictureCopy(database, *source, std::move(entities));
+  if (!name.empty()) recordOf(entity).setValue(2, name);
+}
+
 bool explodeBlock(db::Database& database, std::string_view name, const Affine3& map,
                   std::vector<QxDbEntity*>& pieces, int depth) {
   db::BlockDefinition* block = database.block(name);
@@ -188,21 +306,36 @@ bool explodeBlock(db::Database& database, std::string_view name, const Affine3& 
     for (QxDbEntity* piece : made) delete piece;
     return false;
   };
-  for (db::Record* record : block->entities) {
+  const std::vector<db::Record*>& records = block->entities;
+  for (size_t index = 0; index < records.size(); ++index) {
+    db::Record* record = records[index];
     if (record->isErased()) continue;
     std::string_view type = record->type();
     // Attributes of nested references and polyline parts follow their owner.
-    if (type == "ATTRIB" || type == "SEQEND") continue;
-    if (type == "VERTEX" || type == "POLYLINE") return fail();
+    if (type == "ATTRIB" || type == "SEQEND" || type == "VERTEX") continue;
+    if (type == "POLYLINE") {
+      QxDbEntity* copy = explodedOldPolyline(records, index, map);
+      if (!copy) return fail();
+      made.push_back(copy);
+      continue;
+    }
     TransformedEntity moved;
     if (transformEntity(type, pieceGroups(*record), map, moved)) {
+      PictureEntities picture;
+      if (!planPictureCopy(database, *record, moved.groups, map, picture)) return fail();
       QxDbObject* object = newObjectLike(moved.type, std::move(moved.groups));
       QxDbEntity* entity = QxDbEntity::cast(object);
       if (!entity) {
         delete object;
         return fail();
       }
+      if (!picture.empty()) {
+        QxDbObjectState* state = QxDbObjectState::of(entity);
+        state->pictureSource = pictureOf(database, *record)->block;
+        state->pictureEntities = std::move(picture);
+      }
       made.push_back(entity);
+      if (type == "INSERT" && !attachAttributes(records, index, map, *entity)) return fail();
       continue;
     }
     // A nested reference the map would skew: carry its block's entities instead.
@@ -220,8 +353,25 @@ bool transformBlockContents(db::Database& database, std::string_view name, const
   db::BlockDefinition* block = database.block(name);
   if (!block) return false;
   std::vector<std::pair<db::Record*, std::vector<db::OwnedGroup>>> rewritten;
-  for (db::Record* record : block->entities) {
-    if (record->isErased() || record->type() == "SEQEND") continue;
+  const std::vector<db::Record*>& records = block->entities;
+  for (size_t index = 0; index < records.size(); ++index) {
+    db::Record* record = records[index];
+    if (record->isErased() || record->type() == "SEQEND" || record->type() == "VERTEX") continue;
+    if (record->type() == "POLYLINE") {
+      // The vertices move with their polyline.
+      std::vector<db::Record*> vertexRecords;
+      std::vector<std::vector<db::OwnedGroup>> vertices;
+      for (size_t i = index + 1; i < records.size() && records[i]->type() == "VERTEX"; ++i) {
+        vertexRecords.push_back(records[i]);
+        vertices.push_back(records[i]->ownedGroups());
+      }
+      std::vector<db::OwnedGroup> polyline = record->ownedGroups();
+      if (!transformOldPolylineGroups(polyline, vertices, map)) return false;
+      rewritten.emplace_back(record, std::move(polyline));
+      for (size_t i = 0; i < vertices.size(); ++i)
+        rewritten.emplace_back(vertexRecords[i], std::move(vertices[i]));
+      continue;
+    }
     TransformedEntity moved;
     if (!transformEntity(record->type(), record->ownedGroups(), map, moved) ||
         moved.type != record->type()) {

@@ -50,6 +50,10 @@ void addEntityExtents(db::Database& database, db::Record& record, const geom::Af
 bool explodeBlock(db::Database& database, std::string_view block, const geom::Affine3& map,
                   std::vector<QxDbEntity*>& pieces, int depth = 0);
 
+// Gives a new dimension, exploded out of a block, the moved copy of its picture that
+// explode planned: a new anonymous block it then names. Nothing for other objects.
+void addPendingPicture(db::Database& database, QxDbEntity& entity);
+
 // Rewrites the block's entities under the map in place; nothing changes when one of
 // them can't follow (false).
 bool transformBlockContents(db::Database& database, std::string_view block,

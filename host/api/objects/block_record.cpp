@@ -4,6 +4,7 @@
 #include <set>
 
 #include "api/record_places.h"
+#include "block_pictures.h"
 #include "db/value_text.h"
 #include "qx_db_blocks.h"
 #include "qx_db_entity.h"
@@ -105,25 +106,35 @@ Qxad::ErrorStatus QxDbBlockTableRecord::appendQxDbEntity(QxDbObjectId& id, QxDbE
   Database* database = korva::api::databaseOf(*this);
   if (!database) return Qxad::eNotInDatabase;
   if (Qxad::ErrorStatus status = assertWriteEnabled(); status != Qxad::eOk) return status;
-  const Record& own = korva::api::recordOf(*entity);
-  std::vector<korva::db::OwnedGroup> groups = korva::api::groupsForDatabase(*database, own);
-  std::erase_if(groups, [](const korva::db::OwnedGroup& group) { return group.code == 330; });
   Record& block = recordOf(this);
   std::string_view name = nameOf(block);
   korva::db::BlockDefinition* definition = nullptr;
-  if (korva::db::sameName(name, "*Paper_Space")) {
-    // The active layout's entities stand in the entities section, marked paper space.
-    auto entityPart =
-        std::find_if(groups.begin(), groups.end(), [](const korva::db::OwnedGroup& group) {
-          return group.code == 100 && group.value == "AcDbEntity";
-        });
-    groups.insert(entityPart == groups.end() ? groups.begin() : entityPart + 1, {67, "1"});
-  } else if (!korva::db::sameName(name, "*Model_Space")) {
+  bool paperSpace = korva::db::sameName(name, "*Paper_Space");
+  if (!paperSpace && !korva::db::sameName(name, "*Model_Space")) {
     definition = korva::api::definitionOf(*database, block);
     if (!definition) return Qxad::eInvalidOwnerObject;
   }
-  groups.insert(groups.begin(), {330, korva::db::formatHandle(block.handle())});
-  Record* added = database->addEntity(std::move(groups), own.type(), definition);
+  auto add = [&](const Record& own, korva::db::Handle owner) {
+    std::vector<korva::db::OwnedGroup> groups = korva::api::groupsForDatabase(*database, own);
+    std::erase_if(groups, [](const korva::db::OwnedGroup& group) { return group.code == 330; });
+    if (paperSpace) {
+      // The active layout's entities stand in the entities section, marked paper space.
+      auto entityPart =
+          std::find_if(groups.begin(), groups.end(), [](const korva::db::OwnedGroup& group) {
+            return group.code == 100 && group.value == "AcDbEntity";
+          });
+      groups.insert(entityPart == groups.end() ? groups.begin() : entityPart + 1, {67, "1"});
+    }
+    groups.insert(groups.begin(), {330, korva::db::formatHandle(owner)});
+    return database->addEntity(std::move(groups), own.type(), definition);
+  };
+  korva::api::addPendingPicture(*database, *entity);
+  Record* added = add(korva::api::recordOf(*entity), block.handle());
+  // An old-style polyline's vertices or a reference's attributes, and their SEQEND,
+  // follow it, owned by it.
+  auto& followers = QxDbObjectState::of(entity)->followers;
+  for (auto& [type, groups] : followers) add(Record(type, std::move(groups)), added->handle());
+  followers.clear();
   korva::api::bindNewObject(*entity, *database, *added);
   id = entity->objectId();
   return Qxad::eOk;

@@ -4,11 +4,13 @@
 
 #include "curve_edit.h"
 #include "db/value_text.h"
+#include "entity_geometry.h"
 #include "entity_members.h"
 #include "geom/affine.h"
 #include "lwpolyline_vertices.h"
 #include "object_groups.h"
 #include "object_system.h"
+#include "old_polyline_transform.h"
 #include "polyline_vertices.h"
 #include "spline_groups.h"
 
@@ -139,59 +141,19 @@ Qxad::ErrorStatus transformLwPolyline(QxDbObject* polyline, const Affine3& map, 
   return Qxad::eOk;
 }
 
-void setVertexPoint(db::Record& vertex, Vec3 p) {
-  const double values[3] = {p.x, p.y, p.z};
-  bool markers = vertex.find(100).has_value();
-  std::string_view part = !markers                             ? ""
-                          : (groupInteger(vertex, 70, 0) & 32) ? "AcDb3dPolylineVertex"
-                                                               : "AcDb2dVertex";
-  setGroupPoint(vertex, 10, values, part);
-}
-
-Qxad::ErrorStatus transformOldPolyline(QxDbObject* polyline, const Affine3& map, double scale,
-                                       bool uniform) {
+// The polyline and its vertex records, rewritten together or not at all.
+Qxad::ErrorStatus transformOldPolyline(QxDbObject* polyline, const Affine3& map) {
   db::Database* database = databaseOf(*polyline);
   db::Record& record = recordOf(*polyline);
-  std::vector<db::Record*> vertices;
-  if (database) vertices = vertexRecordsOf(*database, record);
-  long long flags = groupInteger(record, 70, 0);
-  if (flags & 8) {
-    for (db::Record* v : vertices) {
-      double p[3];
-      groupPoint(*v, 10, p);
-      setVertexPoint(*v, map.point({p[0], p[1], p[2]}));
-    }
-    return Qxad::eOk;
-  }
-  constexpr std::string_view kPart = "AcDb2dPolyline";
-  if (!uniform) {
-    for (const db::Record* v : vertices) {
-      if (groupReal(*v, 42, 0) != 0) return Qxad::eNotApplicable;
-    }
-  }
-  Vec3 normal = members::normal(polyline, kPart);
-  double elevation = members::point(polyline, 10, kPart).z;
-  PlanarFrame frame = frameOf(map, normal);
-  double newElevation = frame.map(map, {0, 0, elevation}).z;
-  for (db::Record* v : vertices) {
-    double p[3];
-    groupPoint(*v, 10, p);
-    Vec3 moved = frame.map(map, {p[0], p[1], elevation});
-    newElevation = moved.z;
-    setVertexPoint(*v, {moved.x, moved.y, 0});
-    for (int code : {40, 41}) {
-      if (v->find(code)) {
-        double w = groupReal(*v, code, 0);
-        if (w != 0) v->setValue(code, db::formatReal(w * scale));
-      }
-    }
-  }
-  double thickness = members::real(polyline, 39, 0, kPart);
-  if (thickness != 0) {
-    members::setReal(polyline, 39, newThickness(map, normal, thickness, frame.newNormal), kPart);
-  }
-  members::setPoint(polyline, 10, {0, 0, newElevation}, kPart);
-  members::setPoint(polyline, 210, frame.newNormal, kPart);
+  std::vector<db::Record*> vertexRecords;
+  if (database) vertexRecords = vertexRecordsOf(*database, record);
+  std::vector<db::OwnedGroup> groups = record.ownedGroups();
+  std::vector<std::vector<db::OwnedGroup>> vertices;
+  for (const db::Record* vertex : vertexRecords) vertices.push_back(vertex->ownedGroups());
+  if (!transformOldPolylineGroups(groups, vertices, map)) return Qxad::eNotApplicable;
+  record.assign(std::move(groups));
+  for (size_t i = 0; i < vertexRecords.size(); ++i)
+    vertexRecords[i]->assign(std::move(vertices[i]));
   return Qxad::eOk;
 }
 
@@ -226,7 +188,7 @@ Qxad::ErrorStatus transformCurve(QxDbCurve& curve, const QxGeMatrix3d& matrix) {
   if (type == "RAY") return transformStraight(&curve, map, "AcDbRay");
   if (type == "XLINE") return transformStraight(&curve, map, "AcDbXline");
   if (type == "SPLINE") return transformSpline(&curve, map);
-  if (type == "POLYLINE") return transformOldPolyline(&curve, map, scale, uniform);
+  if (type == "POLYLINE") return transformOldPolyline(&curve, map);
   // Circles, arcs, ellipses and bulged or wide lightweight polylines keep their kind
   // only under uniform scaling.
   if (type == "LWPOLYLINE") {
@@ -237,6 +199,8 @@ Qxad::ErrorStatus transformCurve(QxDbCurve& curve, const QxGeMatrix3d& matrix) {
     if (!uniform && !straight) return Qxad::eNotApplicable;
     return transformLwPolyline(&curve, map, scale);
   }
+  // Any affine map takes an ellipse to an ellipse; circles and arcs would change class.
+  if (type == "ELLIPSE" && !uniform) return transformRecordOf(curve, map);
   if (!uniform) return Qxad::eNotApplicable;
   if (type == "CIRCLE") return transformCircular(&curve, map, scale, false);
   if (type == "ARC") return transformCircular(&curve, map, scale, true);

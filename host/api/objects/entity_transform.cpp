@@ -17,6 +17,45 @@ using namespace transform;
 constexpr double kDegree = std::numbers::pi / 180;
 constexpr double kTwoPi = 2 * std::numbers::pi;
 
+bool hasSubclassMarkers(const Groups& groups) {
+  return std::any_of(groups.begin(), groups.end(),
+                     [](const db::OwnedGroup& group) { return group.code == 100; });
+}
+
+// The groups of a circle's, an arc's or an ellipse's own part, in records without
+// subclass markers.
+bool isConicCode(int code) {
+  constexpr int kCodes[] = {10, 20, 30, 11, 21, 31, 39, 40, 41, 42, 50, 51, 210, 220, 230};
+  return std::find(std::begin(kCodes), std::end(kCodes), code) != std::end(kCodes);
+}
+
+// The record with its conic part replaced by `part`: the handle, reactors, owner, the
+// common entity groups, parts it doesn't know and the extended data all stay.
+Groups replaceConicPart(const Groups& groups, Groups part) {
+  Groups out;
+  bool markers = hasSubclassMarkers(groups);
+  bool inConic = false;
+  size_t partAt = std::string::npos;
+  size_t index = 0;
+  for (; index < groups.size() && groups[index].code != 1001; ++index) {
+    const db::OwnedGroup& group = groups[index];
+    if (markers && group.code == 100) {
+      inConic =
+          group.value == "AcDbCircle" || group.value == "AcDbArc" || group.value == "AcDbEllipse";
+    }
+    bool conic = markers ? inConic : isConicCode(group.code);
+    if (!conic) {
+      out.push_back(group);
+    } else if (partAt == std::string::npos) {
+      partAt = out.size();
+    }
+  }
+  if (partAt == std::string::npos) partAt = out.size();
+  out.insert(out.begin() + static_cast<std::ptrdiff_t>(partAt), part.begin(), part.end());
+  out.insert(out.end(), groups.begin() + static_cast<std::ptrdiff_t>(index), groups.end());
+  return out;
+}
+
 // An ellipse from center and conjugate semi-diameters a, b (point(t) = c + a cos t + b sin t).
 void writeEllipse(TransformedEntity& result, Groups& groups, Vec3 center, Vec3 a, Vec3 b,
                   double start, double end) {
@@ -31,22 +70,17 @@ void writeEllipse(TransformedEntity& result, Groups& groups, Vec3 center, Vec3 a
     major = swapped;
   }
   Vec3 normal = geom::normalized(geom::cross(major, minor));
-  Groups out;
-  for (const db::OwnedGroup& group : groups) {
-    // The common entity groups stay; the curve's own part is written anew.
-    if (group.code == 100 && group.value != "AcDbEntity") break;
-    out.push_back(group);
-  }
-  out.push_back({100, "AcDbEllipse"});
-  result.type = "ELLIPSE";
-  result.groups = std::move(out);
-  writePoint(result.groups, 10, center);
-  writePoint(result.groups, 11, major);
-  writePoint(result.groups, 210, normal);
-  putReal(result.groups, 40, geom::length(minor) / geom::length(major));
+  Groups part;
+  if (hasSubclassMarkers(groups)) part.push_back({100, "AcDbEllipse"});
+  writePoint(part, 10, center);
+  writePoint(part, 11, major);
+  writePoint(part, 210, normal);
+  putReal(part, 40, geom::length(minor) / geom::length(major));
   bool full = std::fabs(end - start - kTwoPi) < 1e-12;
-  putReal(result.groups, 41, full ? 0 : normalizedAngle(start - t0));
-  putReal(result.groups, 42, full ? kTwoPi : normalizedAngle(end - t0));
+  putReal(part, 41, full ? 0 : normalizedAngle(start - t0));
+  putReal(part, 42, full ? kTwoPi : normalizedAngle(end - t0));
+  result.type = "ELLIPSE";
+  result.groups = replaceConicPart(groups, std::move(part));
 }
 
 bool circle(std::string_view type, Groups& groups, const Affine3& map, TransformedEntity& result) {
@@ -93,7 +127,6 @@ bool ellipse(Groups& groups, const Affine3& map, TransformedEntity& result) {
   double start = real(groups, 41, 0), end = real(groups, 42, kTwoPi);
   if (end <= start) end += kTwoPi;
   writeEllipse(result, groups, map.point(center), map.vector(major), map.vector(minor), start, end);
-  // writeEllipse rebuilt the groups from the entity part: nothing else to carry.
   return true;
 }
 

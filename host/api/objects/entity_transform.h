@@ -17,10 +17,10 @@ struct TransformedEntity {
   std::vector<db::OwnedGroup> groups;
 };
 
-// False for kinds this cannot carry through the map: leaders, OLE frames, old-style
+// False for kinds this cannot carry through the map: OLE frames, old-style
 // polylines (their vertices are records of their own), bodies of the solid modeler;
 // under maps that don't keep shapes similar also hatches, dimensions, multilines,
-// tables, viewports and tolerance frames, splines, and polyline arcs.
+// tables, viewports, tolerance frames and leaders, splines, and polyline arcs.
 bool transformEntity(std::string_view type, std::vector<db::OwnedGroup> groups,
                      const geom::Affine3& map, TransformedEntity& result);
 

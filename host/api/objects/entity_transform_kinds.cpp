@@ -133,6 +133,24 @@ bool tolerance(Groups& groups, const Affine3& map) {
   return true;
 }
 
+// Leaders: world vertices, the direction of the hook line and the offsets to the
+// annotation; the annotation's size scales with the map.
+bool leader(Groups& groups, const Affine3& map) {
+  double scale = 1;
+  if (!similarityScale(map, scale)) return false;
+  Vec3 normal = extrusion(groups);
+  moveWorldPoints(groups, map, 10);
+  Vec3 vector;
+  if (readPoint(groups, 211, vector) && geom::length(vector) > 0)
+    writePoint(groups, 211, geom::normalized(map.vector(vector)));
+  for (int code : {212, 213}) {
+    if (readPoint(groups, code, vector)) writePoint(groups, code, map.vector(vector));
+  }
+  scaleReals(groups, {40, 41}, scale);
+  setExtrusion(groups, map.normal(normal));
+  return true;
+}
+
 }  // namespace
 
 bool transformAnnotation(std::string_view type, Groups& groups, const Affine3& map) {
@@ -144,6 +162,7 @@ bool transformAnnotation(std::string_view type, Groups& groups, const Affine3& m
   if (type == "ACAD_TABLE") return table(groups, map);
   if (type == "VIEWPORT") return viewport(groups, map);
   if (type == "TOLERANCE") return tolerance(groups, map);
+  if (type == "LEADER") return leader(groups, map);
   return false;
 }
 

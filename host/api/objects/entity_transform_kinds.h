@@ -1,6 +1,6 @@
 // The group rewrites of transformEntity for annotations, fills and placed objects:
-// dimensions, hatches, images and wipeouts, multilines, tables, viewports and
-// tolerance frames. Each needs the map to keep shapes similar (rotation, mirror,
+// dimensions, hatches, images and wipeouts, multilines, tables, viewports, tolerance
+// frames and leaders. Each needs the map to keep shapes similar (rotation, mirror,
 // uniform scale, translation); false leaves the groups unusable and the kind refused.
 #pragma once
 

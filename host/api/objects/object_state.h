@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "db/database.h"
@@ -16,6 +17,13 @@ struct QxDbObjectState {
   std::string ownType;  // a new object's record type, kept alive for its record
   int mode = QxDb::kForWrite;
   bool open = false;  // opened from a database and not yet closed
+  // A new old-style polyline's VERTEX records or a new reference's ATTRIB records, and
+  // their SEQEND (type and groups), which go into the database right behind it.
+  std::vector<std::pair<std::string, std::vector<korva::db::OwnedGroup>>> followers;
+  // A new dimension's moved picture: the block it was copied from and the copy's
+  // entities, which become an anonymous block of its own when the dimension is added.
+  std::string pictureSource;
+  std::vector<std::pair<std::string, std::vector<korva::db::OwnedGroup>>> pictureEntities;
 
   static QxDbObjectState* of(const QxDbObject* object) { return object->state_; }
 };
@@ -57,7 +65,9 @@ db::Record* recordOf(QxDbObjectId id, db::Database** database = nullptr);
 void bindNewObject(QxDbObject& object, db::Database& database, db::Record& record);
 
 // The record of an object, for the classes' own members.
-inline db::Record& recordOf(const QxDbObject& object) { return *QxDbObjectState::of(&object)->record; }
+inline db::Record& recordOf(const QxDbObject& object) {
+  return *QxDbObjectState::of(&object)->record;
+}
 inline db::Database* databaseOf(const QxDbObject& object) {
   return QxDbObjectState::of(&object)->database;
 }
