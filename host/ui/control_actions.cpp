@@ -81,18 +81,6 @@ wchar_t accessKey(const std::wstring& caption) {
   return 0;
 }
 
-bool takesFocus(const CQxUiWnd& window) {
-  switch (window.GetKind()) {
-    case QxUiControlKind::Static:
-    case QxUiControlKind::GroupBox:
-    case QxUiControlKind::Icon:
-    case QxUiControlKind::Dialog:
-      return false;
-    default:
-      return window.IsWindowEnabled() && window.IsWindowVisible();
-  }
-}
-
 // The dialog's own handling of Alt and a letter: a button with that access key is
 // pressed; a label's moves the focus to the next control that takes it.
 bool useAccessKey(CQxUiDialog& dialog, wchar_t letter) {

@@ -70,4 +70,7 @@ struct DialogAccess {
   static std::vector<CQxUiMenu::Item>& items(CQxUiMenu& menu) { return menu.items_; }
 };
 
+// Whether the user can put the focus on the window: enabled, visible and not a label.
+bool takesFocus(const CQxUiWnd& window);
+
 }  // namespace korva::ui

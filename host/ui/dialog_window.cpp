@@ -112,6 +112,8 @@ void reportMisfit(const CQxUiDialog& dialog, unsigned id) {
             std::to_wstring(id) + L" is not of its kind; a plain control is used.");
 }
 
+}  // namespace
+
 bool takesFocus(const CQxUiWnd& window) {
   switch (window.GetKind()) {
     case QxUiControlKind::Static:
@@ -123,8 +125,6 @@ bool takesFocus(const CQxUiWnd& window) {
       return window.IsWindowEnabled() && window.IsWindowVisible();
   }
 }
-
-}  // namespace
 
 void DialogAccess::attach(CQxUiWnd& window, CQxUiDialog& parent, const ControlTemplate& line) {
   window.parent_ = &parent;

@@ -60,3 +60,13 @@ int GetEntityLayer(const EntityName name, std::wstring& layer) {
   layer = node->value.rstring;
   return 1;
 }
+
+QxDbEntity* OpenEntityForRead(const EntityName name) {
+  QxDbObjectId id;
+  QxDbEntity* entity = nullptr;
+  if (qxdbGetObjectId(id, name) != Qxad::eOk ||
+      qxdbOpenQxDbEntity(entity, id, QxDb::kForRead) != Qxad::eOk) {
+    return nullptr;
+  }
+  return entity;
+}

@@ -17,3 +17,6 @@ int GetEntityInt(const EntityName name, int code, int& value);
 int GetEntityReal(const EntityName name, int code, double& value);
 // The layer (group 8): 1 when it was read, 0 otherwise.
 int GetEntityLayer(const EntityName name, std::wstring& layer);
+// Opens the entity for reading; null when it has no id or can't be opened. The caller
+// closes it.
+QxDbEntity* OpenEntityForRead(const EntityName name);

@@ -4,6 +4,7 @@
 #include "frame/commands/drawing_length_text.h"
 #include "frame/commands/small_command_ids.h"
 #include "frame/commands/small_commands.h"
+#include "frame/entity_helpers.h"
 #include "frame/host_interface.h"
 #include "frame/resource_scope.h"
 #include "frame/selection_helpers.h"
@@ -14,12 +15,8 @@ namespace {
 // The arc's length, measured up to its end point. False when it can't be opened as a
 // curve.
 bool MeasureArc(const EntityName name, double& length) {
-  QxDbObjectId id;
-  QxDbEntity* entity = nullptr;
-  if (qxdbGetObjectId(id, name) != Qxad::eOk ||
-      qxdbOpenQxDbEntity(entity, id, QxDb::kForRead) != Qxad::eOk) {
-    return false;
-  }
+  QxDbEntity* entity = OpenEntityForRead(name);
+  if (!entity) return false;
   const QxDbCurve* curve = QxDbCurve::cast(entity);
   QxGePoint3d end;
   const bool measured = curve && curve->getEndPoint(end) == Qxad::eOk &&

@@ -4,6 +4,7 @@
 #include "frame/commands/drawing_length_text.h"
 #include "frame/commands/small_command_ids.h"
 #include "frame/commands/small_commands.h"
+#include "frame/entity_helpers.h"
 #include "frame/host_interface.h"
 #include "frame/resource_scope.h"
 #include "frame/selection_helpers.h"
@@ -14,12 +15,8 @@ namespace {
 // The length up to the end parameter, so that a closed polyline counts its closing
 // segment. False when the entity can't be opened as a curve.
 bool MeasureCurve(const EntityName name, double& length) {
-  QxDbObjectId id;
-  QxDbEntity* entity = nullptr;
-  if (qxdbGetObjectId(id, name) != Qxad::eOk ||
-      qxdbOpenQxDbEntity(entity, id, QxDb::kForRead) != Qxad::eOk) {
-    return false;
-  }
+  QxDbEntity* entity = OpenEntityForRead(name);
+  if (!entity) return false;
   const QxDbCurve* curve = QxDbCurve::cast(entity);
   double end = 0;
   const bool measured = curve && curve->getEndParam(end) == Qxad::eOk &&
