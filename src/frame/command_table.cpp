@@ -1,6 +1,7 @@
 #include "frame/command_table.h"
 
 #include "cal_command.h"
+#include "compare/file_compare_commands.h"
 #include "frame/commands/small_commands.h"
 #include "frame/unavailable_command.h"
 
@@ -134,8 +135,8 @@ constexpr CommandRow kCommands[] = {
     {L"-LAYDEL", 6028, kModal, notBuilt<L"-LAYDEL">},
     {L"-LAYMCH", 6029, kModal, notBuilt<L"-LAYMCH">},
     {L"-LAYMRG", 6030, kModal, notBuilt<L"-LAYMRG">},
-    {L"FCMP", 6101, kModal, notBuilt<L"FCMP">},
-    {L"-FCMP", 6102, kModal, notBuilt<L"-FCMP">},
+    {L"FCMP", 6101, kModal, cmdFileCompare},
+    {L"-FCMP", 6102, kModal, cmdFileCompareCommandLine},
     {L"CAL", 6121, kTransparent, cmdCal},
     {L"GEOUT", 6200, kTransparent, notBuilt<L"GEOUT">},
     {L"SCALELISTEDIT", 6321, kModal, notBuilt<L"SCALELISTEDIT">},
