@@ -28,6 +28,16 @@ bool ReadStyleScale(QxDbObjectId styleId, double& scale) {
   return true;
 }
 
+// The four points that define an angle by its arc, shared by the three-point angular
+// and the arc length dimensions.
+template <class ArcDefined>
+bool SameArcDefinition(const ArcDefined& oldDimension, const ArcDefined& newDimension) {
+  return oldDimension.centerPoint().isEqualTo(newDimension.centerPoint()) &&
+         oldDimension.xLine1Point().isEqualTo(newDimension.xLine1Point()) &&
+         oldDimension.xLine2Point().isEqualTo(newDimension.xLine2Point()) &&
+         oldDimension.arcPoint().isEqualTo(newDimension.arcPoint());
+}
+
 }  // namespace
 
 bool VnFileCompareUtils::CompareDimension(const QxDbDimension* oldDimension,
@@ -88,20 +98,14 @@ bool VnFileCompareUtils::Compare3PointAngularDimension(
     const QxDb3PointAngularDimension* oldDimension,
     const QxDb3PointAngularDimension* newDimension) {
   if (!IsGeometryCompared()) return true;
-  return oldDimension->centerPoint().isEqualTo(newDimension->centerPoint()) &&
-         oldDimension->xLine1Point().isEqualTo(newDimension->xLine1Point()) &&
-         oldDimension->xLine2Point().isEqualTo(newDimension->xLine2Point()) &&
-         oldDimension->arcPoint().isEqualTo(newDimension->arcPoint()) &&
+  return SameArcDefinition(*oldDimension, *newDimension) &&
          CompareDimension(oldDimension, newDimension);
 }
 
 bool VnFileCompareUtils::CompareArcDimension(const QxDbArcDimension* oldDimension,
                                              const QxDbArcDimension* newDimension) {
   if (!IsGeometryCompared()) return true;
-  return oldDimension->centerPoint().isEqualTo(newDimension->centerPoint()) &&
-         oldDimension->xLine1Point().isEqualTo(newDimension->xLine1Point()) &&
-         oldDimension->xLine2Point().isEqualTo(newDimension->xLine2Point()) &&
-         oldDimension->arcPoint().isEqualTo(newDimension->arcPoint()) &&
+  return SameArcDefinition(*oldDimension, *newDimension) &&
          CompareDimension(oldDimension, newDimension);
 }
 
