@@ -35,3 +35,16 @@ echo "== korva examples/small-tools.dxf -s examples/small-tools.scr -o $out/smal
 "$korva" "$here/small-tools.dxf" -s "$here/small-tools.scr" -o "$out/small-tools.dxf" > "$out/small-tools.txt"
 # The commands and what they reported; the selection prompts are left out.
 grep -E "^Command: |^Total|^(Hatches|Objects)|group" "$out/small-tools.txt" | grep -v "^Command: $"
+
+echo
+echo "== korva -s compare.scr   (-FCMP examples/compare/site-rev1.dxf examples/compare/site-rev2.dxf)"
+# Two revisions of a site plan compared; the marked-up copies are left in $out/fcmp.
+printf -- '-FCMP\n%s\n%s\n' "$here/compare/site-rev1.dxf" "$here/compare/site-rev2.dxf" \
+  > "$out/compare.scr"
+TMPDIR="$out" "$korva" -s "$out/compare.scr" > "$out/compare.txt"
+grep "^Opened drawing" "$out/compare.txt"
+for result in "Old - site-rev1.dxf" "New - site-rev2.dxf"; do
+  "$korva" "$out/fcmp/$result" --summary > "$out/compare-summary.txt"
+  echo "$result, entities by layer:"
+  sed -n '/^Entities by layer:/,/^Tables:/p' "$out/compare-summary.txt" | grep "^  "
+done

@@ -38,6 +38,8 @@ enum ErrorStatus : int {
   eFileNotFound = 42,
   eOutOfRange = 50,
   eDegenerateGeometry = 60,
+  // A map that would make a circle the object measures by stop being round.
+  eCannotScaleNonUniformly = 61,
   eOnLockedLayer = 87,
 };
 

@@ -77,6 +77,11 @@ class QxDbOle2Frame : public QxDbEntity {
   // The frame's corners in world coordinates: upper left, upper right, lower right,
   // lower left.
   void getLocation(QxGePoint3d corners[4]) const;
+  // A linked frame's source: the whole name (the file and the items in it) and the file
+  // alone, cut to fit the buffer of `size` characters. False when the frame is no link
+  // or its data doesn't say.
+  bool getLinkName(wchar_t* name, int size) const;
+  bool getLinkPath(wchar_t* path, int size) const;
 
   Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
 };

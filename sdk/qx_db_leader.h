@@ -81,4 +81,12 @@ class QxDbFcf : public QxDbEntity {
   Qxad::ErrorStatus setDimtxt(double value);
   Qxad::ErrorStatus setDimclrd(const QxCmColor& color);
   Qxad::ErrorStatus setDimclrt(const QxCmColor& color);
+
+  // The frame as drawn: rows of text height plus a gap above and below, the first
+  // centered on the location; cells of their contents plus a gap each side, symbols of
+  // the GDT font one text height wide. Text height and gap are DIMTXT and DIMGAP times
+  // DIMSCALE. A frame without cells gives eDegenerateGeometry.
+  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
+  // The frame's lines and one paragraph text per cell, middle-left in its cell.
+  Qxad::ErrorStatus explode(QxDbVoidPtrArray& pieces) const override;
 };

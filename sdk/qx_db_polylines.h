@@ -14,6 +14,8 @@ class QxDbPolyline : public QxDbCurve {
   explicit QxDbPolyline(unsigned int reserve);
 
   unsigned int numVerts() const;
+  // The closed flag, as set (the curve's closing segment is there when it is set).
+  bool isClosed() const override;
   // Inserts before index (numVerts() appends); the point is in the object system.
   Qxad::ErrorStatus addVertexAt(unsigned int index, const QxGePoint2d& point, double bulge = 0,
                                 double startWidth = -1, double endWidth = -1);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "qx_db_entity.h"
+#include "qx_db_extents.h"
 #include "qx_ge.h"
 
 class QxDbShape : public QxDbEntity {
@@ -31,4 +32,10 @@ class QxDbShape : public QxDbEntity {
   // styles, found on the support path beside the compiled file's name. korva doesn't
   // read compiled (.shx) files: without a readable source this is 0.
   int shapeNumber() const;
+
+  // The box of the strokes the shape draws, read from the same source (pen moves,
+  // vectors, octant, fractional and bulge arcs, subshapes), placed by size, width factor,
+  // oblique, rotation and normal, swept by the thickness. A shape that draws nothing
+  // gives its position. Without a readable source: eNotApplicable.
+  Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
 };

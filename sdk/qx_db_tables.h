@@ -160,6 +160,16 @@ class QxDbDimStyleTableRecord : public QxDbSymbolTableRecord {
  public:
   QX_DECLARE_CLASS_MEMBERS(QxDbDimStyleTableRecord)
   QxDbDimStyleTableRecord();
+
+  // Style variables; one the record doesn't hold has its default.
+  double dimscale() const;  // overall scale, 1
+  double dimasz() const;    // arrow size, 0.18
+  double dimexo() const;    // extension line offset from the origin, 0.0625
+  double dimexe() const;    // extension beyond the dimension line, 0.18
+  double dimtxt() const;    // text height, 0.18
+  double dimgap() const;    // gap around the text, 0.09
+  // A scale of 0 makes the host pick one from the viewport; negative ones are refused.
+  Qxad::ErrorStatus setDimscale(double scale);
 };
 class QxDbDimStyleTableIterator;
 QX_DECLARE_TABLE_ITERATOR(QxDbDimStyleTableIterator, QxDbDimStyleTableRecord)

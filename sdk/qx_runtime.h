@@ -113,8 +113,11 @@ class QxApDocManager {
   virtual int documentCount() const = 0;
   virtual QxApDocument* documentAt(int index) const = 0;
   virtual Qxad::ErrorStatus setCurDocument(QxApDocument* document, bool activate = true) = 0;
-  // Opens a drawing as a further document; the current one stays current unless
-  // makeCurrent is set.
+  // True while no document can be opened: a command is running, and documents open
+  // only between commands, in the application's context.
+  virtual bool isDocumentOpeningBlocked() const = 0;
+  // Opens a drawing as a further document and says so on the command line; the current
+  // one stays current unless makeCurrent is set.
   virtual Qxad::ErrorStatus appContextOpenDocument(const wchar_t* path,
                                                    bool makeCurrent = false) = 0;
   virtual Qxad::ErrorStatus appContextNewDocument(const wchar_t* templatePath = nullptr) = 0;

@@ -5,11 +5,13 @@
 
 namespace {
 
+// Records of side databases (read with readDwgFile, not open as documents) have lists
+// too, named with their database's serial.
 ResultBuffer* listOf(const EntityName name, const ResultBuffer* applications, bool extended) {
-  korva::api::Document* document = nullptr;
-  korva::db::Record* record = korva::api::recordOf(name, &document);
+  korva::db::Database* database = nullptr;
+  korva::db::Record* record = korva::api::recordOf(name, nullptr, &database);
   if (!record) return nullptr;
-  return korva::api::entityListOf(*document, *record, applications, extended);
+  return korva::api::entityListOf(*database, *record, applications, extended);
 }
 
 }  // namespace

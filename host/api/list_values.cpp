@@ -197,7 +197,7 @@ void ListBuilder::addString(int code, std::string_view drawingText) {
     }
     node->value.rstring = text;
   } else {
-    std::wstring wide = fromDrawingText(document_, drawingText);
+    std::wstring wide = fromDrawingText(&database_, drawingText);
     node->value.rstring = qxutNewString(wide.c_str());
   }
   if (!node->value.rstring) failed_ = true;
@@ -207,7 +207,7 @@ void ListBuilder::addName(int code, db::Handle handle) {
   ResultBuffer* node = append(code);
   if (!node || handle == db::kNoHandle) return;
   node->value.rlname[0] = static_cast<int64_t>(handle);
-  node->value.rlname[1] = static_cast<int64_t>(document_.database().serial());
+  node->value.rlname[1] = static_cast<int64_t>(database_.serial());
 }
 
 void ListBuilder::addReal(int code, double value) {

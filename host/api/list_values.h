@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "db/database.h"
 #include "db/record.h"
 #include "qx_types.h"
 #include "qx_value_kind.h"
@@ -47,7 +48,8 @@ bool sameReal(std::string_view text, double value);
 // ---- Building lists
 class ListBuilder {
  public:
-  explicit ListBuilder(const Document& document) : document_(document) {}
+  // Names and texts of the list are those of `database`, open as a document or not.
+  explicit ListBuilder(const db::Database& database) : database_(database) {}
   ~ListBuilder();
   ListBuilder(const ListBuilder&) = delete;
   ListBuilder& operator=(const ListBuilder&) = delete;
@@ -66,7 +68,7 @@ class ListBuilder {
 
  private:
   ResultBuffer* append(int type);
-  const Document& document_;
+  const db::Database& database_;
   ResultBuffer* head_ = nullptr;
   ResultBuffer* tail_ = nullptr;
   bool failed_ = false;

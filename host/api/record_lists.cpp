@@ -36,8 +36,9 @@ void addSlot(ListBuilder& builder, const RecordView& view, const Slot& slot) {
   builder.addGroupValue(slot.code, group.value);
 }
 
-bool wanted(Document& document, std::string_view application, const ResultBuffer* patterns) {
-  std::wstring name = fromDrawingText(document, application);
+bool wanted(const db::Database& database, std::string_view application,
+            const ResultBuffer* patterns) {
+  std::wstring name = fromDrawingText(&database, application);
   for (const ResultBuffer* node = patterns; node; node = node->next) {
     if (node->type != RTSTR || !node->value.rstring) continue;
     // Application names compare without regard to case, as table names do.
@@ -50,14 +51,14 @@ bool wanted(Document& document, std::string_view application, const ResultBuffer
   return false;
 }
 
-void addExtendedData(ListBuilder& builder, Document& document, const RecordView& view,
+void addExtendedData(ListBuilder& builder, const db::Database& database, const RecordView& view,
                      const ResultBuffer* applications) {
   bool opened = false;
   bool taking = false;
   for (size_t i = view.extendedStart; i < view.slots.size(); ++i) {
     const Slot& slot = view.slots[i];
     if (slot.code == 1001) {
-      taking = wanted(document, view.groups[slot.first].value, applications);
+      taking = wanted(database, view.groups[slot.first].value, applications);
       if (taking && !opened) {
         builder.addNone(-3);
         opened = true;
@@ -69,11 +70,10 @@ void addExtendedData(ListBuilder& builder, Document& document, const RecordView&
 
 }  // namespace
 
-ResultBuffer* entityListOf(Document& document, db::Record& record, const ResultBuffer* applications,
-                           bool withExtendedData) {
-  db::Database& database = document.database();
+ResultBuffer* entityListOf(db::Database& database, db::Record& record,
+                           const ResultBuffer* applications, bool withExtendedData) {
   RecordView view = viewOf(record);
-  ListBuilder builder(document);
+  ListBuilder builder(database);
   builder.addName(-1, record.handle());
   builder.addString(0, record.type());
   if (view.ownerSlot >= 0) {
@@ -114,13 +114,13 @@ ResultBuffer* entityListOf(Document& document, db::Record& record, const ResultB
       }
     }
   }
-  if (withExtendedData) addExtendedData(builder, document, view, applications);
+  if (withExtendedData) addExtendedData(builder, database, view, applications);
   return builder.release();
 }
 
-ResultBuffer* tableListOf(Document& document, db::Record& record) {
+ResultBuffer* tableListOf(db::Database& database, db::Record& record) {
   RecordView view = viewOf(record);
-  ListBuilder builder(document);
+  ListBuilder builder(database);
   builder.addName(-1, record.handle());
   if (record.type() == "BLOCK") {
     builder.addString(0, "BLOCK");
@@ -134,7 +134,7 @@ ResultBuffer* tableListOf(Document& document, db::Record& record) {
     }
     ResultBuffer* head = builder.release();
     // The first entity follows the header, as in the header's entity list.
-    ResultBuffer* full = entityListOf(document, record, nullptr, false);
+    ResultBuffer* full = entityListOf(database, record, nullptr, false);
     ResultBuffer* first = nullptr;
     for (ResultBuffer* node = full; node; node = node->next) {
       if (node->type == -2) first = node;

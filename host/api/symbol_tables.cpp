@@ -82,7 +82,7 @@ ResultBuffer* qxdbTblSearch(const wchar_t* table, const wchar_t* name, int setNe
   korva::db::Record* record = recordNamed(database, tableKey, toDrawingText(*document, name));
   if (!record) return nullptr;
   if (setNext) positions()[{document->serial(), tableKey}] = record->handle();
-  return tableListOf(*document, *record);
+  return tableListOf(document->database(), *record);
 }
 
 ResultBuffer* qxdbTblNext(const wchar_t* table, int rewind) {
@@ -104,7 +104,7 @@ ResultBuffer* qxdbTblNext(const wchar_t* table, int rewind) {
     return nullptr;
   }
   positions()[key] = records[next]->handle();
-  return tableListOf(*document, *records[next]);
+  return tableListOf(document->database(), *records[next]);
 }
 
 int qxdbTblObjName(const wchar_t* table, const wchar_t* name, EntityName result) {

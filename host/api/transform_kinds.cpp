@@ -24,6 +24,11 @@ bool keepsShapeUnderAnyMap(std::string_view type) {
                          "ELLIPSE", "CIRCLE", "ARC", "SPLINE"});
 }
 
+// Kinds whose own transform tells whether it can draw them exactly under the map.
+bool checksItsOwnExactness(std::string_view type) {
+  return isListed(type, {"HATCH", "DIMENSION", "ARC_DIMENSION", "LARGE_RADIAL_DIMENSION", "MLINE"});
+}
+
 // A spline is its control points' under any affine map; fit points lie on the curve
 // and stay on it, and the end tangents keep pointing along it.
 void spline(Groups& groups, const Affine3& map) {
@@ -57,6 +62,12 @@ bool thicknessFollows(Groups& groups, const Affine3& map) {
 bool transformGroups(std::string_view type, Groups groups, const Affine3& map, Groups& out) {
   double scale = 1;
   if (!geom::isSimilarity(map, scale)) {
+    if (checksItsOwnExactness(type)) {
+      TransformedEntity result;
+      if (!transformEntity(type, std::move(groups), map, result)) return false;
+      out = std::move(result.groups);
+      return true;
+    }
     if (!keepsShapeUnderAnyMap(type) || !thicknessFollows(groups, map)) return false;
     // Widths would turn uneven; bulges are refused by the general transform.
     if (type == "LWPOLYLINE" && anyNonZero(groups, {40, 41, 43})) return false;

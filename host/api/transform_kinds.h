@@ -1,6 +1,7 @@
 // The groups of one entity record under an affine map, for transforming set members:
 // under a similarity every kind the object layer can transform; under other maps only
-// the kinds whose shape the map carries exactly into the same kind.
+// the kinds whose shape the map carries exactly into the same kind, and hatches,
+// dimensions and multilines where their transform can draw them exactly.
 #pragma once
 
 #include <initializer_list>

@@ -13,6 +13,7 @@
 #include "objects/entity_transform.h"
 #include "objects/group_transform.h"
 #include "objects/old_polyline_transform.h"
+#include "objects/picture_copy.h"
 #include "qx_selection.h"
 #include "record_places.h"
 #include "selection_sets.h"
@@ -38,7 +39,7 @@ struct Change {
 // transformed copy, so that the others keep their picture.
 struct BlockCopy {
   db::BlockDefinition* source = nullptr;
-  std::vector<Change> entities;  // the source's records with the copies' groups
+  std::vector<BlockEntityCopy> entities;
   std::vector<size_t> dimensionChanges;
 };
 
@@ -138,6 +139,10 @@ std::vector<db::Record*> SetTransform::dimensionsNaming(std::string_view blockNa
 }
 
 bool SetTransform::planDimensionBlocks() {
+  // A map that distorts may need other kinds of records than a picture holds (arcs
+  // become ellipses, skewed references break up): the dimensions then get a copy.
+  double scale = 1;
+  bool similar = geom::isSimilarity(map_, scale);
   for (auto& [name, indices] : dimensionsByBlock_) {
     db::BlockDefinition* block = database_.block(name);
     if (!block) continue;  // a dimension without its picture draws from its values
@@ -145,22 +150,28 @@ bool SetTransform::planDimensionBlocks() {
     for (size_t index : indices) inSet.insert(changes_[index].record);
     bool shared = false;
     for (db::Record* user : dimensionsNaming(name)) shared = shared || !inSet.count(user);
-    if (!shared) {
+    if (!shared && similar) {
       if (!blockEntities(*block, changes_)) return false;
       continue;
     }
     BlockCopy copy{block, {}, indices};
-    if (!blockEntities(*block, copy.entities)) return false;
+    if (similar) {
+      std::vector<Change> changes;
+      if (!blockEntities(*block, changes)) return false;
+      for (Change& change : changes)
+        copy.entities.push_back({std::string(change.record->type()), std::move(change.groups)});
+    } else {
+      PictureEntities carried;
+      if (!carryBlockEntities(database_, name, map_, carried)) return false;
+      for (auto& [type, groups] : carried) copy.entities.push_back({type, std::move(groups)});
+    }
     copies_.push_back(std::move(copy));
   }
   return true;
 }
 
 void SetTransform::makeCopy(BlockCopy& copy) {
-  std::vector<BlockEntityCopy> entities;
-  for (Change& change : copy.entities)
-    entities.push_back({std::string(change.record->type()), std::move(change.groups)});
-  std::string name = addPictureCopy(database_, *copy.source, std::move(entities));
+  std::string name = addPictureCopy(database_, *copy.source, std::move(copy.entities));
   if (name.empty()) return;
   for (size_t index : copy.dimensionChanges) transform::put(changes_[index].groups, 2, name);
 }

@@ -1,5 +1,7 @@
 #include "record.h"
 
+#include <algorithm>
+
 #include "group_code.h"
 
 namespace korva::db {
@@ -86,8 +88,10 @@ size_t Record::groupCount() const {
 std::vector<OwnedGroup> Record::ownedGroups() const {
   if (owned_) return *owned_;
   std::vector<OwnedGroup> copy;
+  // Two lines a group: one allocation instead of a vector grown step by step.
+  copy.reserve(static_cast<size_t>(std::count(source_.begin(), source_.end(), '\n')) / 2 + 1);
   forEachGroup([&](const Group& group) {
-    copy.push_back({group.code, std::string(group.value)});
+    copy.emplace_back(OwnedGroup{group.code, std::string(group.value)});
     return true;
   });
   return copy;

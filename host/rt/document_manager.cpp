@@ -6,6 +6,7 @@
 #include <string>
 
 #include "api/document.h"
+#include "api/print_sink.h"
 #include "api/utf8.h"
 #include "cmd/processor.h"
 #include "dxf/new_drawing.h"
@@ -81,6 +82,9 @@ class DocumentManager : public QxApDocManager {
     return Qxad::eOk;
   }
 
+  bool isDocumentOpeningBlocked() const override {
+    return cmd::Processor::instance().commandDepth() > 0;
+  }
   Qxad::ErrorStatus appContextOpenDocument(const wchar_t* path, bool makeCurrent) override {
     if (!path || !*path) return Qxad::eInvalidInput;
     const std::string file = api::toUtf8(path);
@@ -88,7 +92,10 @@ class DocumentManager : public QxApDocManager {
     if (!std::filesystem::is_regular_file(file, error)) return Qxad::eFileNotFound;
     dxf::ReadResult result = dxf::readFile(file);
     if (!result.ok()) return Qxad::eBadDxfFile;
-    return added(std::move(result.database), file, makeCurrent);
+    const Qxad::ErrorStatus status = added(std::move(result.database), file, makeCurrent);
+    // A module opens drawings without a word of its own: the user learns of it here.
+    if (status == Qxad::eOk) api::printText(L"Opened drawing " + std::wstring(path) + L".\n");
+    return status;
   }
   // A new drawing becomes the current one, as if the user had made it.
   Qxad::ErrorStatus appContextNewDocument(const wchar_t* templatePath) override {

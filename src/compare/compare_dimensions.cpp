@@ -1,31 +1,20 @@
 // Comparators of the dimension classes and their common part.
 #include "compare/compare_equality.h"
 #include "compare/file_compare_utils.h"
-#include "compare/open_documents.h"
 
 using CompareEquality::IsNearEqual;
 
 namespace {
 
-// The overall scale (DIMSCALE, group 40) of a dimension style record; false when the
-// record can't be opened. The object layer's style record has no getter for its
-// variables, so the value is read from the record's list; a style without the group has
-// the default scale 1. UNFINISHED: in a side database the list can't be had in this
-// host, and the scale counts as 1 on both sides.
+// The overall scale (DIMSCALE) of a dimension style record; false when the record
+// can't be opened as one.
 bool ReadStyleScale(QxDbObjectId styleId, double& scale) {
   QxDbObject* object = nullptr;
   if (qxdbOpenQxDbObject(object, styleId, QxDb::kForRead) != Qxad::eOk) return false;
-  const bool listed = IsInOpenDocument(object);
+  const QxDbDimStyleTableRecord* style = QxDbDimStyleTableRecord::cast(object);
+  if (style) scale = style->dimscale();
   object->close();
-  scale = 1.0;
-  EntityName name = {0, 0};
-  if (!listed || qxdbGetHysName(name, styleId) != Qxad::eOk) return true;
-  ResultBuffer* list = qxdbEntGet(name);
-  for (const ResultBuffer* node = list; node; node = node->next) {
-    if (node->type == 40) scale = node->value.rreal;
-  }
-  qxutRelRb(list);
-  return true;
+  return style != nullptr;
 }
 
 // The four points that define an angle by its arc, shared by the three-point angular

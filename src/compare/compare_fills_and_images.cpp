@@ -119,7 +119,16 @@ bool VnFileCompareUtils::CompareOle2Frame(const QxDbOle2Frame* oldFrame,
     if (!oldCorners[i].isEqualTo(newCorners[i])) return false;
   }
   if (oldFrame->getType() != newFrame->getType()) return false;
-  // UNFINISHED: a linked frame (type 1) also compares its link name and link path; the
-  // object layer has no getters for them yet, so links pass on their corners and type.
-  return true;
+  if (oldFrame->getType() != QxDbOle2Frame::kLink) return true;
+  // A link that can't say its source counts as naming none.
+  constexpr int kLongestLinkText = 1024;
+  wchar_t oldText[kLongestLinkText] = {};
+  wchar_t newText[kLongestLinkText] = {};
+  oldFrame->getLinkName(oldText, kLongestLinkText);
+  newFrame->getLinkName(newText, kLongestLinkText);
+  if (!IsSameString(oldText, newText)) return false;
+  oldText[0] = newText[0] = L'\0';
+  oldFrame->getLinkPath(oldText, kLongestLinkText);
+  newFrame->getLinkPath(newText, kLongestLinkText);
+  return IsSameString(oldText, newText);
 }

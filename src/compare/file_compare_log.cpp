@@ -1,11 +1,9 @@
 #include "compare/file_compare_log.h"
 
 #include <cstdio>
-#include <cstring>
 #include <cwchar>
 #include <string>
 
-#include "compare/open_documents.h"
 #include "frame/string_helpers.h"
 
 namespace {
@@ -15,35 +13,12 @@ constexpr unsigned kOldEntityLabel = 3237;
 constexpr unsigned kNewEntityLabel = 3236;
 constexpr unsigned kModifiedPairLabel = 3238;
 
-// The record type and the layout (as the name of the owning block: "Model" for model
-// space) from the object layer. UNFINISHED: a paper-space layout gives its block's name
-// here, not the layout's own name, until qxdbEntGet works on side databases.
-void FillFromObject(const QxDbEntity* entity, VnFileCompareData& record) {
-  if (const char* type = entity->isA()->dxfName())
-    record.type.assign(type, type + std::strlen(type));
-  QxDbObject* owner = nullptr;
-  if (qxdbOpenQxDbObject(owner, entity->blockId(), QxDb::kForRead) != Qxad::eOk) return;
-  if (auto* block = QxDbBlockTableRecord::cast(owner)) {
-    wchar_t* name = nullptr;
-    if (block->getName(name) == Qxad::eOk && name) {
-      record.layout = std::wcscmp(name, L"*Model_Space") == 0 ? L"Model" : name;
-    }
-    qxad_free(name);
-  }
-  owner->close();
-}
-
-// Handle, type and layout of an open entity; the type only when its list has one.
+// Handle, type and layout of an open entity; type and layout only when its list has them.
 void FillFromEntity(const QxDbEntity* entity, VnFileCompareData& record) {
   const QxDbObjectId id = entity->objectId();
   wchar_t handle[17] = {};
   id.handle().getIntoAsciiBuffer(handle, 17);
   record.handle = handle;
-  if (!IsInOpenDocument(entity)) {
-    FillFromObject(entity, record);
-    return;
-  }
-
   EntityName name = {0, 0};
   if (qxdbGetHysName(name, id) != Qxad::eOk) return;
   ResultBuffer* list = qxdbEntGet(name);

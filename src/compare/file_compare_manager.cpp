@@ -1,6 +1,7 @@
 #include "compare/file_compare_manager.h"
 
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <memory>
 #include <system_error>
@@ -25,6 +26,14 @@ std::filesystem::path ResultFolder() {
   return folder;
 }
 
+// Saves a marked-up copy over itself. The save keeps the replaced file as a back-up;
+// the copy was made for this run only, so its back-up goes at once.
+void SaveResult(QxDbDatabase& database, const std::wstring& path) {
+  if (database.saveAs(path.c_str(), true, QxDb::kSaveNewest, nullptr) != Qxad::eOk) return;
+  std::error_code error;
+  std::filesystem::remove(std::filesystem::path(path).replace_extension(".bak"), error);
+}
+
 // The file's name, behind the last separator of either kind.
 std::wstring FileNameOf(const std::wstring& path) {
   const std::size_t separator = path.find_last_of(L"/\\");
@@ -37,7 +46,7 @@ std::wstring FileNameOf(const std::wstring& path) {
 void OpenResultDocument(void* data) {
   const std::unique_ptr<std::wstring> path(static_cast<std::wstring*>(data));
   QxApDocManager* documents = qxDocManagerPtr();
-  if (!documents) return;
+  if (!documents || documents->isDocumentOpeningBlocked()) return;
   QxApDocument* current = documents->curDocument();
   documents->appContextOpenDocument(path->c_str(), false);
   if (current) documents->setCurDocument(current, true);
@@ -104,6 +113,12 @@ bool VnFileCompareManager::CompareFiles(const std::wstring& oldPath, const std::
     return false;
   }
 
+  // Processor time: what the work costs, whatever else the machine is doing.
+  auto secondsSince = [](std::clock_t start) {
+    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+  };
+  phaseSeconds_ = {};
+  std::clock_t start = std::clock();
   DeleteDatabases();
   oldDatabase_ = new QxDbDatabase(false, false);
   newDatabase_ = new QxDbDatabase(false, false);
@@ -115,11 +130,16 @@ bool VnFileCompareManager::CompareFiles(const std::wstring& oldPath, const std::
     DeleteDatabases();
     return false;
   }
+  phaseSeconds_.reading = secondsSince(start);
+  start = std::clock();
   // A comparison that fails part-way leaves the copies unmarked; they are saved anyway.
   CompareOpenDatabases();
-  oldDatabase_->saveAs(oldResultPath_.c_str(), true, QxDb::kSaveNewest, nullptr);
-  newDatabase_->saveAs(newResultPath_.c_str(), true, QxDb::kSaveNewest, nullptr);
+  phaseSeconds_.comparing = secondsSince(start);
+  start = std::clock();
+  SaveResult(*oldDatabase_, oldResultPath_);
+  SaveResult(*newDatabase_, newResultPath_);
   DeleteDatabases();
+  phaseSeconds_.saving = secondsSince(start);
   return true;
 }
 

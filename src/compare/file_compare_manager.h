@@ -43,8 +43,16 @@ class VnFileCompareManager {
   const std::wstring& OldResultPath() const { return oldResultPath_; }
   const std::wstring& NewResultPath() const { return newResultPath_; }
   const VnFileCompareLog& Log() const { return log_; }
+  // Processor seconds the last CompareFiles spent in each phase, for timing large drawings.
+  struct PhaseSeconds {
+    double reading = 0;
+    double comparing = 0;
+    double saving = 0;
+  };
+  const PhaseSeconds& LastPhaseSeconds() const { return phaseSeconds_; }
 
  private:
+  PhaseSeconds phaseSeconds_;
   void DeleteDatabases();
 
   VnFileCompareOptions options_;

@@ -1,7 +1,10 @@
 // The pairing of the comparison: layouts and entities are the same object exactly when
 // their handles are equal; geometry plays no part in it.
+#include <algorithm>
 #include <map>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "compare/file_compare_manager.h"
 
@@ -81,32 +84,47 @@ void VnFileCompareManager::CompareBlockRecords(QxDbObjectId oldBlockId, QxDbObje
   QxDbObjectIdArray newIds;
   CollectEntities(oldBlockId, oldIds);
   CollectEntities(newBlockId, newIds);
-  HandleMap allOld;
-  for (int i = 0; i < oldIds.length(); ++i) allOld[oldIds[i].handle().value()] = oldIds[i];
+  // Sorted arrays rather than maps: blocks hold hundreds of thousands of entities.
+  struct ByHandle {
+    std::uint64_t handle;
+    QxDbObjectId id;
+  };
+  std::vector<ByHandle> allOld;
+  allOld.reserve(static_cast<std::size_t>(oldIds.length()));
+  for (int i = 0; i < oldIds.length(); ++i)
+    allOld.push_back({oldIds[i].handle().value(), oldIds[i]});
+  std::sort(allOld.begin(), allOld.end(),
+            [](const ByHandle& a, const ByHandle& b) { return a.handle < b.handle; });
+  std::vector<bool> oldMatched(allOld.size(), false);
+  std::vector<std::pair<std::size_t, QxDbObjectId>> pairs;  // index in allOld, new id
+  pairs.reserve(allOld.size());
 
-  HandleMap matchedOld;
-  HandleMap matchedNew;
   // New-only entities go at once, in drawing order.
   for (int i = 0; i < newIds.length(); ++i) {
     const std::uint64_t handle = newIds[i].handle().value();
-    const auto found = allOld.find(handle);
-    if (found != allOld.end()) {
-      matchedOld[handle] = found->second;
-      matchedNew[handle] = newIds[i];
+    const auto found = std::lower_bound(
+        allOld.begin(), allOld.end(), handle,
+        [](const ByHandle& entry, std::uint64_t value) { return entry.handle < value; });
+    if (found != allOld.end() && found->handle == handle) {
+      const auto index = static_cast<std::size_t>(found - allOld.begin());
+      oldMatched[index] = true;
+      pairs.emplace_back(index, newIds[i]);
       continue;
     }
     utils_.MoveToResultLayer(newIds[i], newDifferentLayer_, 256);
     log_.AddNewEntity(newIds[i]);
   }
   // Then old-only entities, by ascending handle.
-  for (const auto& [handle, oldId] : allOld) {
-    if (matchedOld.contains(handle)) continue;
-    utils_.MoveToResultLayer(oldId, oldDifferentLayer_, 256);
-    log_.AddOldEntity(oldId);
+  for (std::size_t i = 0; i < allOld.size(); ++i) {
+    if (oldMatched[i]) continue;
+    utils_.MoveToResultLayer(allOld[i].id, oldDifferentLayer_, 256);
+    log_.AddOldEntity(allOld[i].id);
   }
   // Then the pairs, by ascending handle.
-  for (const auto& [handle, oldId] : matchedOld) {
-    const QxDbObjectId newId = matchedNew[handle];
+  std::sort(pairs.begin(), pairs.end(),
+            [](const auto& a, const auto& b) { return a.first < b.first; });
+  for (const auto& [index, newId] : pairs) {
+    const QxDbObjectId oldId = allOld[index].id;
     switch (utils_.CompareEntities(oldId, newId)) {
       case kVerdictSame:
         utils_.MoveToResultLayer(oldId, oldSameLayer_, 256);

@@ -12,11 +12,11 @@ class EntityGetTest : public DrawingTest {
  protected:
   // A line made through the database, with values spelt as a file might spell them.
   db::Record* addLine(std::vector<db::OwnedGroup> extra = {}) {
-    std::vector<db::OwnedGroup> groups = {{100, "AcDbEntity"}, {8, "0"},  {100, "AcDbLine"},
-                                          {10, "1.50"},        {20, "2"}, {30, "0.0"},
-                                          {11, "4"},           {21, "6"}, {31, "0"}};
-    groups.insert(groups.end(), extra.begin(), extra.end());
-    return database().addEntity(std::move(groups), "LINE");
+    std::vector<db::OwnedGroup> line = groups(
+        "100 AcDbEntity|8 0|100 AcDbLine|10 1.50|20 2|30 0.0|11 4|21 6|"
+        "31 0");
+    line.insert(line.end(), extra.begin(), extra.end());
+    return database().addEntity(std::move(line), "LINE");
   }
   void nameOf(const db::Record& record, EntityName name) { api::nameOf(document(), record, name); }
 };
@@ -58,14 +58,7 @@ TEST_F(EntityGetTest, ExtendedDataOnlyThroughGetXPerApplication) {
   ASSERT_EQ(qxdbRegApp(L"KORVA_A"), RTNORM);
   ASSERT_EQ(qxdbRegApp(L"OTHER"), RTNORM);
   EntityName name;
-  nameOf(*addLine({{1001, "KORVA_A"},
-                   {1000, "first"},
-                   {1001, "OTHER"},
-                   {1070, "7"},
-                   {1010, "1"},
-                   {1020, "2"},
-                   {1030, "3"}}),
-         name);
+  nameOf(*addLine(groups("1001 KORVA_A|1000 first|1001 OTHER|1070 7|1010 1|1020 2|1030 3")), name);
 
   List plain(qxdbEntGet(name));
   EXPECT_EQ(plain.find(-3), nullptr);

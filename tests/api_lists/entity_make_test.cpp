@@ -25,105 +25,67 @@ int markersBefore(const db::Record& record, int code) {
   return -1;
 }
 
-class EntityMakeTest : public DrawingTest {
- protected:
-  db::Record& last() {
-    EntityName name;
-    EXPECT_EQ(qxdbEntLast(name), RTNORM);
-    return *api::recordOf(name);
-  }
-};
+using EntityMakeTest = DrawingTest;
 
 double a[3] = {1, 2, 0}, b[3] = {4, 6, 0}, c[3] = {4, 0, 0}, d[3] = {0, 5, 0};
 
 struct KindCase {
-  const char* kind;
   std::function<ResultBuffer*()> list;
-  std::vector<std::string> markers;
-  int lastCode;  // a code that must stand after all markers up to `afterMarkers`
+  const char* markers;  // joined by blanks
+  int lastCode;         // a code that must stand after all markers up to `afterMarkers`
   int afterMarkers;
 };
 
+std::string joined(const std::vector<std::string>& words) {
+  std::string text;
+  for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
+  return text;
+}
+
 TEST_F(EntityMakeTest, ListsWithoutMarkersGetTheirSubclasses) {
   const KindCase cases[] = {
-      {"LINE",
-       [] { return qxutBuildList(RTDXF0, L"LINE", 10, a, 11, b, 62, 1, RTNONE); },
-       {"AcDbEntity", "AcDbLine"},
-       11,
+      {[] { return qxutBuildList(RTDXF0, L"LINE", 10, a, 11, b, 62, 1, RTNONE); },
+       "AcDbEntity AcDbLine", 11, 2},
+      {[] { return qxutBuildList(RTDXF0, L"POINT", 10, a, RTNONE); }, "AcDbEntity AcDbPoint", 10,
        2},
-      {"POINT",
-       [] { return qxutBuildList(RTDXF0, L"POINT", 10, a, RTNONE); },
-       {"AcDbEntity", "AcDbPoint"},
-       10,
-       2},
-      {"CIRCLE",
-       [] { return qxutBuildList(RTDXF0, L"CIRCLE", 10, a, 40, 2.0, RTNONE); },
-       {"AcDbEntity", "AcDbCircle"},
-       40,
-       2},
-      {"ARC",
-       [] { return qxutBuildList(RTDXF0, L"ARC", 10, a, 40, 2.0, 50, 0.0, 51, 1.0, RTNONE); },
-       {"AcDbEntity", "AcDbCircle", "AcDbArc"},
-       51,
-       3},
-      {"ELLIPSE",
-       [] {
+      {[] { return qxutBuildList(RTDXF0, L"CIRCLE", 10, a, 40, 2.0, RTNONE); },
+       "AcDbEntity AcDbCircle", 40, 2},
+      {[] { return qxutBuildList(RTDXF0, L"ARC", 10, a, 40, 2.0, 50, 0.0, 51, 1.0, RTNONE); },
+       "AcDbEntity AcDbCircle AcDbArc", 51, 3},
+      {[] {
          return qxutBuildList(RTDXF0, L"ELLIPSE", 10, a, 11, c, 40, 0.5, 41, 0.0, 42, 6.28, RTNONE);
        },
-       {"AcDbEntity", "AcDbEllipse"},
-       40,
-       2},
-      {"TEXT",
-       [] {
+       "AcDbEntity AcDbEllipse", 40, 2},
+      {[] {
          return qxutBuildList(RTDXF0, L"TEXT", 10, a, 40, 2.5, 1, L"t", 72, 1, 73, 2, 11, b,
                               RTNONE);
        },
-       {"AcDbEntity", "AcDbText", "AcDbText"},
-       73,
-       3},
-      {"MTEXT",
-       [] { return qxutBuildList(RTDXF0, L"MTEXT", 10, a, 40, 2.5, 1, L"m", 71, 1, RTNONE); },
-       {"AcDbEntity", "AcDbMText"},
-       1,
+       "AcDbEntity AcDbText AcDbText", 73, 3},
+      {[] { return qxutBuildList(RTDXF0, L"MTEXT", 10, a, 40, 2.5, 1, L"m", 71, 1, RTNONE); },
+       "AcDbEntity AcDbMText", 1, 2},
+      {[] { return qxutBuildList(RTDXF0, L"SOLID", 10, a, 11, b, 12, c, 13, d, RTNONE); },
+       "AcDbEntity AcDbTrace", 13, 2},
+      {[] { return qxutBuildList(RTDXF0, L"TRACE", 10, a, 11, b, 12, c, 13, d, RTNONE); },
+       "AcDbEntity AcDbTrace", 13, 2},
+      {[] { return qxutBuildList(RTDXF0, L"3DFACE", 10, a, 11, b, 12, c, 13, d, 70, 15, RTNONE); },
+       "AcDbEntity AcDbFace", 70, 2},
+      {[] { return qxutBuildList(RTDXF0, L"RAY", 10, a, 11, c, RTNONE); }, "AcDbEntity AcDbRay", 11,
        2},
-      {"SOLID",
-       [] { return qxutBuildList(RTDXF0, L"SOLID", 10, a, 11, b, 12, c, 13, d, RTNONE); },
-       {"AcDbEntity", "AcDbTrace"},
-       13,
-       2},
-      {"TRACE",
-       [] { return qxutBuildList(RTDXF0, L"TRACE", 10, a, 11, b, 12, c, 13, d, RTNONE); },
-       {"AcDbEntity", "AcDbTrace"},
-       13,
-       2},
-      {"3DFACE",
-       [] { return qxutBuildList(RTDXF0, L"3DFACE", 10, a, 11, b, 12, c, 13, d, 70, 15, RTNONE); },
-       {"AcDbEntity", "AcDbFace"},
-       70,
-       2},
-      {"RAY",
-       [] { return qxutBuildList(RTDXF0, L"RAY", 10, a, 11, c, RTNONE); },
-       {"AcDbEntity", "AcDbRay"},
-       11,
-       2},
-      {"XLINE",
-       [] { return qxutBuildList(RTDXF0, L"XLINE", 10, a, 11, c, RTNONE); },
-       {"AcDbEntity", "AcDbXline"},
-       11,
-       2},
-      {"LWPOLYLINE",
-       [] { return qxutBuildList(RTDXF0, L"LWPOLYLINE", 70, 1, 10, a, 10, b, 10, c, RTNONE); },
-       {"AcDbEntity", "AcDbPolyline"},
-       90,
-       2},
+      {[] { return qxutBuildList(RTDXF0, L"XLINE", 10, a, 11, c, RTNONE); }, "AcDbEntity AcDbXline",
+       11, 2},
+      {[] { return qxutBuildList(RTDXF0, L"LWPOLYLINE", 70, 1, 10, a, 10, b, 10, c, RTNONE); },
+       "AcDbEntity AcDbPolyline", 90, 2},
   };
   for (const KindCase& each : cases) {
-    make(each.list());
+    ResultBuffer* list = each.list();
+    const std::wstring kind = list->value.rstring;
+    make(list);
     db::Record& record = last();
-    EXPECT_EQ(record.type(), each.kind);
-    EXPECT_EQ(markersOf(record), each.markers) << each.kind;
-    EXPECT_EQ(markersBefore(record, each.lastCode), each.afterMarkers) << each.kind;
-    EXPECT_EQ(markersBefore(record, 8), 1) << each.kind;  // layer under AcDbEntity
+    SCOPED_TRACE(record.type());
+    EXPECT_EQ(std::wstring(record.type().begin(), record.type().end()), kind);
+    EXPECT_EQ(joined(markersOf(record)), each.markers);
+    EXPECT_EQ(markersBefore(record, each.lastCode), each.afterMarkers);
+    EXPECT_EQ(markersBefore(record, 8), 1);  // layer under AcDbEntity
   }
   EXPECT_EQ(saveAndAudit(database(), "make_kinds.dxf"), "");
 }

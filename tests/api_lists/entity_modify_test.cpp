@@ -25,16 +25,10 @@ class EntityModifyTest : public DrawingTest {
 };
 
 TEST_F(EntityModifyTest, UnchangedListLeavesRecordAndSpellingAlone) {
-  db::Record* record = database().addEntity({{100, "AcDbEntity"},
-                                             {8, "0"},
-                                             {100, "AcDbLine"},
-                                             {10, "1.50"},
-                                             {20, "2"},
-                                             {30, "0.0"},
-                                             {11, "4.0"},
-                                             {21, "6.0"},
-                                             {31, "0.0"}},
-                                            "LINE");
+  db::Record* record =
+      database().addEntity(groups("100 AcDbEntity|8 0|100 AcDbLine|10 1.50|20 2|30 0.0|11 4.0|"
+                                  "21 6.0|31 0.0"),
+                           "LINE");
   EntityName name;
   api::nameOf(document(), *record, name);
   List list(qxdbEntGet(name));

@@ -119,17 +119,10 @@ TEST_F(EntitySpaceTest, MoveIsOneUndoableChangeOfGroups) {
 TEST_F(EntitySpaceTest, EntityOfAnInactiveLayoutIsNotMoved) {
   db::BlockDefinition* layout = database().addBlock("*Paper_Space0");
   ASSERT_NE(layout, nullptr);
-  db::Record* line = database().addEntity({{100, "AcDbEntity"},
-                                           {67, "1"},
-                                           {8, "0"},
-                                           {100, "AcDbLine"},
-                                           {10, "0"},
-                                           {20, "0"},
-                                           {30, "0"},
-                                           {11, "1"},
-                                           {21, "0"},
-                                           {31, "0"}},
-                                          "LINE", layout);
+  db::Record* line =
+      database().addEntity(groups("100 AcDbEntity|67 1|8 0|100 AcDbLine|10 0|20 0|30 0|11 1|21 0|"
+                                  "31 0"),
+                           "LINE", layout);
   EntityName name;
   api::nameOf(document(), *line, name);
   EXPECT_EQ(setSpace(name, 0), RTERROR);

@@ -48,6 +48,12 @@ void DrawingTest::make(ResultBuffer* list) {
   ASSERT_EQ(status, RTNORM);
 }
 
+db::Record& DrawingTest::last() {
+  EntityName name;
+  EXPECT_EQ(qxdbEntLast(name), RTNORM);
+  return *api::recordOf(name);
+}
+
 namespace {
 
 std::string saveAndRun(db::Database& database, const std::string& name, const char* script) {

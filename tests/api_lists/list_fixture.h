@@ -8,11 +8,14 @@
 #include <utility>
 #include <vector>
 
+#include "../api_select/group_text.h"
 #include "api/document.h"
 #include "qx_entities.h"
 #include "qx_memory.h"
 
 namespace korva::test {
+
+using korva::testing::groups;
 
 // Owns a list and releases it.
 struct List {
@@ -42,6 +45,8 @@ class DrawingTest : public ::testing::Test {
 
   // Makes an entity from a list built by qxutBuildList; RTNORM expected.
   void make(ResultBuffer* list);
+  // The record of the newest entity.
+  db::Record& last();
   api::Document* document_ = nullptr;
 };
 

@@ -15,11 +15,6 @@ class TableRenameTest : public DrawingTest {
     setString(list, 2, to);
     return qxdbEntMod(list);
   }
-  db::Record& last() {
-    EntityName name;
-    EXPECT_EQ(qxdbEntLast(name), RTNORM);
-    return *api::recordOf(name);
-  }
   std::string header(const char* variable, int code) {
     return std::string(database().headerValue(variable, code).value_or("<none>"));
   }
@@ -95,13 +90,10 @@ TEST_F(TableRenameTest, DimensionStyleNameFollowsIntoDimensionsAndTheCurrentStyl
   db::BlockDefinition* picture = database().addBlock("*D1");
   picture->begin->setValue(70, "1");
   db::Record* dimension =
-      database().addEntity({{100, "AcDbEntity"}, {8, "0"},    {100, "AcDbDimension"},
-                            {2, "*D1"},          {10, "0.0"}, {20, "0.0"},
-                            {30, "0.0"},         {11, "5.0"}, {21, "1.0"},
-                            {31, "0.0"},         {70, "33"},  {71, "5"},
-                            {42, "10.0"},        {3, "Mine"}, {100, "AcDbAlignedDimension"},
-                            {13, "0.0"},         {23, "0.0"}, {33, "0.0"},
-                            {14, "10.0"},        {24, "0.0"}, {34, "0.0"}},
+      database().addEntity(groups("100 AcDbEntity|8 0|100 AcDbDimension|2 *D1|10 0.0|20 0.0|30 0.0|"
+                                  "11 5.0|21 1.0|31 0.0|70 33|71 5|42 10.0|3 Mine|"
+                                  "100 AcDbAlignedDimension|13 0.0|23 0.0|33 0.0|14 10.0|24 0.0|"
+                                  "34 0.0"),
                            "DIMENSION");
   database().setHeaderVariable("$DIMSTYLE", {{2, "Mine"}});
 

@@ -26,51 +26,15 @@ class FilterTest : public SelectionTest, public ::testing::WithParamInterface<Fi
  protected:
   void SetUp() override {
     SelectionTest::SetUp();
-    labels_["line"] = add("LINE", {{8, "Walls"},
-                                   {62, "1"},
-                                   {10, "0.0"},
-                                   {20, "0.0"},
-                                   {30, "0.0"},
-                                   {11, "10.0"},
-                                   {21, "0.0"},
-                                   {31, "0.0"},
-                                   {1001, "KORVA_APP"},
-                                   {1000, "x"}});
-    labels_["circle"] = add("CIRCLE", {{8, "walls"},
-                                       {10, "5.0"},
-                                       {20, "5.0"},
-                                       {30, "0.0"},
-                                       {40, "2.0"},
-                                       {1001, "OTHER"},
-                                       {1001, "KORVA_APP"}});
-    labels_["arc"] = add("ARC", {{8, "Doors"},
-                                 {62, "3"},
-                                 {10, "-5.0"},
-                                 {20, "-5.0"},
-                                 {30, "0.0"},
-                                 {40, "4.0"},
-                                 {50, "0.0"},
-                                 {51, "90.0"}});
-    labels_["text"] = add(
-        "TEXT", {{8, "Notes"}, {10, "20.0"}, {20, "20.0"}, {30, "0.0"}, {40, "2.5"}, {1, "Hello"}});
-    labels_["pline"] = add("LWPOLYLINE", {{8, "Walls"},
-                                          {62, "5"},
-                                          {90, "3"},
-                                          {70, "129"},
-                                          {10, "30.0"},
-                                          {20, "30.0"},
-                                          {10, "40.0"},
-                                          {20, "30.0"},
-                                          {10, "40.0"},
-                                          {20, "40.0"}});
-    labels_["paper"] = add("LINE", {{67, "1"},
-                                    {8, "WALLS"},
-                                    {10, "0.0"},
-                                    {20, "0.0"},
-                                    {30, "0.0"},
-                                    {11, "1.0"},
-                                    {21, "1.0"},
-                                    {31, "0.0"}});
+    labels_["line"] = add(
+        "LINE", "8 Walls|62 1|10 0.0|20 0.0|30 0.0|11 10.0|21 0.0|31 0.0|1001 KORVA_APP|1000 x");
+    labels_["circle"] =
+        add("CIRCLE", "8 walls|10 5.0|20 5.0|30 0.0|40 2.0|1001 OTHER|1001 KORVA_APP");
+    labels_["arc"] = add("ARC", "8 Doors|62 3|10 -5.0|20 -5.0|30 0.0|40 4.0|50 0.0|51 90.0");
+    labels_["text"] = add("TEXT", "8 Notes|10 20.0|20 20.0|30 0.0|40 2.5|1 Hello");
+    labels_["pline"] = add(
+        "LWPOLYLINE", "8 Walls|62 5|90 3|70 129|10 30.0|20 30.0|10 40.0|20 30.0|10 40.0|20 40.0");
+    labels_["paper"] = add("LINE", "67 1|8 WALLS|10 0.0|20 0.0|30 0.0|11 1.0|21 1.0|31 0.0");
   }
 
   std::string labelsOf(const std::set<db::Handle>& found) {

@@ -11,6 +11,7 @@
 
 #include "api/document.h"
 #include "db/database.h"
+#include "group_text.h"
 #include "qx_types.h"
 
 namespace korva::testing {
@@ -26,6 +27,10 @@ class SelectionTest : public ::testing::Test {
   api::Document& document() { return *document_; }
 
   db::Record* add(std::string_view type, Groups groups, db::BlockDefinition* block = nullptr);
+  db::Record* add(std::string_view type, std::string_view groupText,
+                  db::BlockDefinition* block = nullptr) {
+    return add(type, groups(groupText), block);
+  }
   db::Record* line(double x1, double y1, double x2, double y2, std::string layer = "0");
   db::Record* circle(double x, double y, double r, std::string layer = "0");
   db::Record* arc(double x, double y, double r, double startDegrees, double endDegrees);

@@ -11,19 +11,19 @@ TEST_F(SelectionTest, AllOfTheDatabaseSkipsErasedSubEntitiesAndBlocks) {
   db::Record* live = line(0, 0, 1, 1);
   db::Record* erased = line(0, 0, 2, 2);
   database().setErased(*erased, true);
-  db::Record* withAttributes = add("INSERT", {{8, "0"}, {66, "1"}, {2, "B"}, {10, "0"}, {20, "0"}});
-  add("ATTRIB", {{8, "0"}, {10, "0"}, {20, "0"}, {40, "1"}, {1, "v"}, {2, "TAG"}});
+  db::Record* withAttributes = add("INSERT", "8 0|66 1|2 B|10 0|20 0");
+  add("ATTRIB", "8 0|10 0|20 0|40 1|1 v|2 TAG");
   add("SEQEND", {{8, "0"}});
   db::BlockDefinition* definition = database().addBlock("B");
-  add("CIRCLE", {{8, "0"}, {10, "0"}, {20, "0"}, {40, "1"}}, definition);
+  add("CIRCLE", "8 0|10 0|20 0|40 1", definition);
   db::BlockDefinition* layout = database().addBlock("*Paper_Space0");
-  db::Record* onLayout = add("LINE", {{8, "0"}, {67, "1"}, {10, "0"}, {20, "0"}}, layout);
+  db::Record* onLayout = add("LINE", "8 0|67 1|10 0|20 0", layout);
   EXPECT_EQ(select(L"X"), handles({live, withAttributes, onLayout}));
 }
 
 TEST_F(SelectionTest, CurrentSpaceLastPreviousAndPickFirst) {
   db::Record* first = line(0, 0, 1, 1);
-  db::Record* paper = add("LINE", {{8, "0"}, {67, "1"}, {10, "0"}, {20, "0"}});
+  db::Record* paper = add("LINE", "8 0|67 1|10 0|20 0");
   db::Record* last = circle(0, 0, 1);
   EXPECT_EQ(select(L"A"), handles({first, last}));
   EXPECT_EQ(select(L"_A"), handles({first, last}));

@@ -92,15 +92,13 @@ TEST_F(TransformTest, RotatesAText) {
 }
 
 TEST_F(TransformTest, MovesPolylineVerticesAndInsertAttributes) {
-  db::Record* head =
-      add("POLYLINE", {{8, "0"}, {66, "1"}, {10, "0"}, {20, "0"}, {30, "0"}, {70, "0"}});
-  db::Record* v1 = add("VERTEX", {{8, "0"}, {10, "0"}, {20, "0"}, {30, "0"}});
-  db::Record* v2 = add("VERTEX", {{8, "0"}, {10, "4"}, {20, "0"}, {30, "0"}});
+  db::Record* head = add("POLYLINE", "8 0|66 1|10 0|20 0|30 0|70 0");
+  db::Record* v1 = add("VERTEX", "8 0|10 0|20 0|30 0");
+  db::Record* v2 = add("VERTEX", "8 0|10 4|20 0|30 0");
   add("SEQEND", {{8, "0"}});
   db::Record* light = lightPolyline({{0, 0}, {1, 1}}, {0.5}, false);
-  db::Record* ref = add("INSERT", {{8, "0"}, {66, "1"}, {2, "B"}, {10, "1"}, {20, "1"}, {30, "0"}});
-  db::Record* attribute =
-      add("ATTRIB", {{8, "0"}, {10, "2"}, {20, "1"}, {30, "0"}, {40, "1"}, {1, "v"}, {2, "T"}});
+  db::Record* ref = add("INSERT", "8 0|66 1|2 B|10 1|20 1|30 0");
+  db::Record* attribute = add("ATTRIB", "8 0|10 2|20 1|30 0|40 1|1 v|2 T");
   add("SEQEND", {{8, "0"}});
   ASSERT_EQ(transform({head, light, ref}, translation(0, 10, 0)), RTNORM);
   EXPECT_NEAR(real(v1, 20), 10, kTolerance);
@@ -121,14 +119,8 @@ TEST_F(TransformTest, MovesPolylineVerticesAndInsertAttributes) {
 }
 
 TEST_F(TransformTest, CircleWithDownwardExtrusionMovesInWorld) {
-  db::Record* c = add("CIRCLE", {{8, "0"},
-                                 {10, "5"},
-                                 {20, "0"},
-                                 {30, "0"},
-                                 {40, "1"},
-                                 {210, "0"},
-                                 {220, "0"},
-                                 {230, "-1"}});  // world center (-5, 0)
+  db::Record* c =
+      add("CIRCLE", "8 0|10 5|20 0|30 0|40 1|210 0|220 0|230 -1");  // world center (-5, 0)
   ASSERT_EQ(transform({c}, translation(2, 0, 0)), RTNORM);
   EXPECT_EQ(window(L"W", -4.1, -1.1, -1.9, 1.1), handles({c}));
 }
@@ -161,42 +153,14 @@ TEST_F(TransformTest, RefusesSkewAndUnsupportedKindsWithoutChanging) {
 TEST_F(TransformTest, StretchCarriesStraightKindsAndSplinesExactly) {
   db::Record* l = line(1, 1, 2, 2);
   db::Record* light = lightPolyline({{1, 1}, {2, 0}}, {}, false);
-  db::Record* spatial =
-      add("POLYLINE", {{8, "0"}, {66, "1"}, {10, "0"}, {20, "0"}, {30, "0"}, {70, "8"}});
-  db::Record* vertex = add("VERTEX", {{8, "0"}, {10, "1"}, {20, "1"}, {30, "1"}, {70, "32"}});
+  db::Record* spatial = add("POLYLINE", "8 0|66 1|10 0|20 0|30 0|70 8");
+  db::Record* vertex = add("VERTEX", "8 0|10 1|20 1|30 1|70 32");
   add("SEQEND", {{8, "0"}});
-  db::Record* spline = add("SPLINE", {{8, "0"},
-                                      {70, "8"},
-                                      {71, "1"},
-                                      {72, "4"},
-                                      {73, "2"},
-                                      {74, "0"},
-                                      {40, "0"},
-                                      {40, "0"},
-                                      {40, "1"},
-                                      {40, "1"},
-                                      {10, "0"},
-                                      {20, "0"},
-                                      {30, "0"},
-                                      {10, "1"},
-                                      {20, "1"},
-                                      {30, "0"},
-                                      {12, "1"},
-                                      {22, "1"},
-                                      {32, "0"}});
-  db::Record* face = add("3DFACE", {{8, "0"},
-                                    {10, "0"},
-                                    {20, "0"},
-                                    {30, "0"},
-                                    {11, "1"},
-                                    {21, "0"},
-                                    {31, "0"},
-                                    {12, "1"},
-                                    {22, "1"},
-                                    {32, "1"},
-                                    {13, "0"},
-                                    {23, "1"},
-                                    {33, "1"}});
+  db::Record* spline = add("SPLINE",
+                           "8 0|70 8|71 1|72 4|73 2|74 0|40 0|40 0|40 1|40 1|10 0|20 0|30 0|10 "
+                           "1|20 1|30 0|12 1|22 1|32 0");
+  db::Record* face =
+      add("3DFACE", "8 0|10 0|20 0|30 0|11 1|21 0|31 0|12 1|22 1|32 1|13 0|23 1|33 1");
   db::Record* round = circle(1, 0, 1);
   ASSERT_EQ(transform({l, light, spatial, spline, face}, scaling(2, 3, 4)), RTNORM);
   EXPECT_NEAR(real(face, 22), 3, kTolerance);
@@ -220,17 +184,7 @@ TEST_F(TransformTest, StretchRefusesTheWholeSetWhenOneMemberCantFollowIt) {
   db::Record* l = line(0, 0, 1, 0);
   db::Record* label = text(0, 0, 1, "a");
   db::Record* arcs = lightPolyline({{0, 0}, {1, 0}}, {1}, false);
-  db::Record* thick = add("LINE", {{8, "0"},
-                                   {39, "2"},
-                                   {10, "0"},
-                                   {20, "0"},
-                                   {30, "0"},
-                                   {11, "1"},
-                                   {21, "1"},
-                                   {31, "0"},
-                                   {210, "0"},
-                                   {220, "1"},
-                                   {230, "1"}});
+  db::Record* thick = add("LINE", "8 0|39 2|10 0|20 0|30 0|11 1|21 1|31 0|210 0|220 1|230 1");
   Matrix stretch = scaling(1, 2, 1);
   EXPECT_EQ(transform({l, label}, stretch), RTERROR);
   EXPECT_EQ(transform({l, arcs}, stretch), RTERROR);
@@ -240,16 +194,12 @@ TEST_F(TransformTest, StretchRefusesTheWholeSetWhenOneMemberCantFollowIt) {
 }
 
 TEST_F(TransformTest, HatchTurnsWithItsLoopsPatternAndSeeds) {
-  db::Record* hatch = add(
-      "HATCH",
-      {{8, "0"},   {100, "AcDbHatch"}, {10, "0"},  {20, "0"}, {30, "0"}, {210, "0"},   {220, "0"},
-       {230, "1"}, {2, "ANSI31"},      {70, "0"},  {71, "0"}, {91, "2"}, {92, "2"},    {72, "0"},
-       {73, "1"},  {93, "3"},          {10, "0"},  {20, "0"}, {10, "4"}, {20, "0"},    {10, "4"},
-       {20, "3"},  {97, "0"},          {92, "1"},  {93, "2"}, {72, "1"}, {10, "0"},    {20, "0"},
-       {11, "1"},  {21, "0"},          {72, "2"},  {10, "5"}, {20, "5"}, {40, "1"},    {50, "0"},
-       {51, "90"}, {73, "1"},          {97, "0"},  {75, "0"}, {76, "1"}, {52, "0"},    {41, "1"},
-       {77, "0"},  {78, "1"},          {53, "45"}, {43, "0"}, {44, "0"}, {45, "-0.5"}, {46, "0.5"},
-       {79, "0"},  {98, "1"},          {10, "1"},  {20, "1"}});
+  db::Record* hatch =
+      add("HATCH",
+          "8 0|100 AcDbHatch|10 0|20 0|30 0|210 0|220 0|230 1|2 ANSI31|70 0|71 0|91 2|92 2|72 0|73 "
+          "1|93 3|10 0|20 0|10 4|20 0|10 4|20 3|97 0|92 1|93 2|72 1|10 0|20 0|11 1|21 0|72 2|10 "
+          "5|20 5|40 1|50 0|51 90|73 1|97 0|75 0|76 1|52 0|41 1|77 0|78 1|53 45|43 0|44 0|45 "
+          "-0.5|46 0.5|79 0|98 1|10 1|20 1");
   ASSERT_EQ(transform({hatch}, rotationZ(90, 2)), RTNORM);
   // Polyline loop: (4, 3) goes to (-6, 8).
   EXPECT_NEAR(nth(hatch, 10, 3), -6, kTolerance);
@@ -280,30 +230,12 @@ class DimensionTransformTest : public TransformTest {
     TransformTest::SetUp();
     picture_ = database().addBlock("*D1");
     picture_->begin->setValue(70, "1");
-    pictureLine_ =
-        add("LINE", {{8, "0"}, {10, "0"}, {20, "0"}, {30, "0"}, {11, "10"}, {21, "0"}, {31, "0"}},
-            picture_);
+    pictureLine_ = add("LINE", "8 0|10 0|20 0|30 0|11 10|21 0|31 0", picture_);
   }
   db::Record* dimension() {
-    return add("DIMENSION", {{8, "0"},
-                             {100, "AcDbDimension"},
-                             {2, "*D1"},
-                             {10, "0"},
-                             {20, "0"},
-                             {30, "0"},
-                             {11, "5"},
-                             {21, "1"},
-                             {31, "0"},
-                             {70, "33"},
-                             {42, "10"},
-                             {3, "Standard"},
-                             {100, "AcDbAlignedDimension"},
-                             {13, "0"},
-                             {23, "0"},
-                             {33, "0"},
-                             {14, "10"},
-                             {24, "0"},
-                             {34, "0"}});
+    return add("DIMENSION",
+               "8 0|100 AcDbDimension|2 *D1|10 0|20 0|30 0|11 5|21 1|31 0|70 33|42 10|3 "
+               "Standard|100 AcDbAlignedDimension|13 0|23 0|33 0|14 10|24 0|34 0");
   }
   db::BlockDefinition* picture_ = nullptr;
   db::Record* pictureLine_ = nullptr;
@@ -338,25 +270,9 @@ TEST_F(DimensionTransformTest, ASharedPictureIsCopiedForTheMovedDimension) {
 }
 
 TEST_F(TransformTest, LeaderTurnsItsVerticesAndHookDirection) {
-  db::Record* leader = add("LEADER", {{8, "0"},
-                                      {100, "AcDbLeader"},
-                                      {3, "Standard"},
-                                      {71, "1"},
-                                      {72, "0"},
-                                      {73, "3"},
-                                      {76, "2"},
-                                      {10, "0"},
-                                      {20, "0"},
-                                      {30, "0"},
-                                      {10, "3"},
-                                      {20, "4"},
-                                      {30, "0"},
-                                      {211, "1"},
-                                      {221, "0"},
-                                      {231, "0"},
-                                      {213, "1"},
-                                      {223, "0"},
-                                      {233, "0"}});
+  db::Record* leader = add("LEADER",
+                           "8 0|100 AcDbLeader|3 Standard|71 1|72 0|73 3|76 2|10 0|20 0|30 0|10 "
+                           "3|20 4|30 0|211 1|221 0|231 0|213 1|223 0|233 0");
   ASSERT_EQ(transform({leader}, rotationZ(90, 2)), RTNORM);
   EXPECT_NEAR(nth(leader, 10, 1), -8, kTolerance);
   EXPECT_NEAR(nth(leader, 20, 1), 6, kTolerance);

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstring>
 #include <string>
 
 #include "expr_exceptions.h"
@@ -38,4 +40,10 @@ struct TestEngine {
 
 inline std::string narrow(const std::wstring& text) {
   return std::string(text.begin(), text.end());
+}
+
+// Equal bit for bit, which tells -0 from +0; any NaN equals any NaN.
+inline bool sameValue(double a, double b) {
+  if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
+  return std::memcmp(&a, &b, sizeof a) == 0;
 }

@@ -192,11 +192,6 @@ double evaluateTree(const Node& node, const double* variables) {
   return 0;
 }
 
-bool sameValue(double a, double b) {
-  if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
-  return std::memcmp(&a, &b, sizeof a) == 0;
-}
-
 TEST(Differential, RandomExpressionsMatchARecursiveEvaluation) {
   Generator generator(20240611);
   std::mt19937 values(99);

@@ -18,11 +18,6 @@ namespace {
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-bool sameValue(double a, double b) {
-  if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
-  return std::memcmp(&a, &b, sizeof a) == 0;  // tells -0 from +0
-}
-
 std::wstring literal(double value) {
   if (std::isnan(value)) return L"nan";
   if (std::isinf(value)) return value > 0 ? L"inf" : L"(-inf)";

@@ -61,7 +61,15 @@ TEST_F(CommandLineTest, RefusedAnswersAskAgainAndTheSameFileTwiceStartsOver) {
   EXPECT_NE(at, std::string::npos) << output;
   EXPECT_TRUE(fs::exists(folder_ / "fcmp" / "Old - a.dxf"));
   EXPECT_TRUE(fs::exists(folder_ / "fcmp" / "New - b.DXF"));
-  // Both results are open beside the drawing, which stays current.
+  EXPECT_FALSE(fs::exists(folder_ / "fcmp" / "Old - a.bak"));
+  // Both results are open beside the drawing, which stays current, and the host said so,
+  // once for each.
+  at = findAfter(output, "Opened drawing " + (folder_ / "fcmp" / "Old - a.dxf").string() + ".\n",
+                 at);
+  at = findAfter(output, "Opened drawing " + (folder_ / "fcmp" / "New - b.DXF").string() + ".\n",
+                 at);
+  EXPECT_NE(at, std::string::npos) << output;
+  EXPECT_EQ(output.find("Opened drawing", at + 1), std::string::npos) << output;
   EXPECT_EQ(documents->documentCount(), openBefore + 2);
   EXPECT_EQ(documents->curDocument(), current);
 }

@@ -1,6 +1,7 @@
-// Verdicts on hatches and raster images, written as records: only polyline loops count,
-// and two images pass only when their fades differ.
+// Verdicts on hatches, raster images and OLE frames, written as records: only polyline
+// loops count, two images pass only when their fades differ, and links by their source.
 #include "compare/file_compare_utils.h"
+#include "linked_ole_data.h"
 #include "more_fixture.h"
 
 namespace korva::test {
@@ -45,6 +46,19 @@ TEST_F(FillsAndImagesTest, ImagesPassOnlyWhenTheirFadesDiffer) {
   const QxDbObjectId picture = image("0");
   EXPECT_EQ(compare(picture, image("0")), kVerdictModified);
   EXPECT_EQ(compare(picture, image("20")), kVerdictSame);
+}
+
+TEST_F(FillsAndImagesTest, LinkedFramesAreComparedByTheirSource) {
+  auto frame = [this](int type, const std::string& path, const std::string& item) {
+    return add("OLE2FRAME", oleFrameGroups(type, linkedOleData(path, u"", item)));
+  };
+  const QxDbObjectId link = frame(1, "C:\\plans\\rooms.xls", "Sheet1!R1C1:R9C4");
+  EXPECT_EQ(compare(link, frame(1, "C:\\plans\\rooms.xls", "Sheet1!R1C1:R9C4")), kVerdictSame);
+  EXPECT_EQ(compare(link, frame(1, "C:\\plans\\rooms.xls", "Sheet2!R1C1:R9C4")), kVerdictModified);
+  EXPECT_EQ(compare(link, frame(1, "C:\\old\\rooms.xls", "Sheet1!R1C1:R9C4")), kVerdictModified);
+  // Embedded frames don't look at the data.
+  const QxDbObjectId embedded = frame(2, "C:\\plans\\rooms.xls", "Sheet1");
+  EXPECT_EQ(compare(embedded, frame(2, "C:\\old\\rooms.xls", "Sheet2")), kVerdictSame);
 }
 
 }  // namespace

@@ -5,12 +5,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "compare/file_compare_manager.h"
 #include "frame/host_interface.h"
@@ -115,6 +117,13 @@ TEST_F(CompareManagerTest, TheCopiesAreMarkedUpAndTheUsersFilesStayAsTheyWere) {
   EXPECT_EQ(ReadBytes(newPath_), newBytes);
   EXPECT_EQ(fs::path(manager.OldResultPath()), folder_ / "fcmp" / "Old - plan.dxf");
   EXPECT_EQ(fs::path(manager.NewResultPath()), folder_ / "fcmp" / "New - plan-b.dxf");
+  // The saves keep no back-ups of the copies.
+  std::vector<std::string> left;
+  for (const auto& entry : fs::directory_iterator(folder_ / "fcmp")) {
+    left.push_back(entry.path().filename().string());
+  }
+  std::sort(left.begin(), left.end());
+  EXPECT_EQ(left, (std::vector<std::string>{"New - plan-b.dxf", "Old - plan.dxf"}));
 
   QxDbDatabase oldResult(false, false);
   ASSERT_EQ(oldResult.readDwgFile(manager.OldResultPath().c_str()), Qxad::eOk);
@@ -133,6 +142,11 @@ TEST_F(CompareManagerTest, TheCopiesAreMarkedUpAndTheUsersFilesStayAsTheyWere) {
   EXPECT_EQ(records[0].kind, kNewEntity);
   EXPECT_EQ(records[1].kind, kOldEntity);
   EXPECT_EQ(records[2].kind, kModifiedPair);
+  // Type and layout come from the entity lists of the two side databases.
+  for (const VnFileCompareData& record : records) {
+    EXPECT_EQ(record.type, L"LINE");
+    EXPECT_EQ(record.layout, L"Model");
+  }
   wchar_t handle[17] = {};
   moved_.getIntoAsciiBuffer(handle, 17);
   EXPECT_EQ(records[2].handle, handle);

@@ -27,32 +27,15 @@ class EntityPromptTest : public InputTest {
   db::BlockDefinition* blockWithLine() {
     db::BlockDefinition* block = database().addBlock("B");
     line(0, 0, 10, 0, block);
-    add("ATTDEF",
-        {{8, "0"},
-         {10, "0"},
-         {20, "5"},
-         {30, "0"},
-         {40, "1"},
-         {1, ""},
-         {3, "Tag?"},
-         {2, "TAG"},
-         {70, "0"}},
-        block);
+    add("ATTDEF", "8 0|10 0|20 5|30 0|40 1|1 |3 Tag?|2 TAG|70 0", block);
     return block;
   }
 
   db::Record* reference(std::string name, double x, double y, double scale, double rotation,
                         db::BlockDefinition* in = nullptr) {
     return add("INSERT",
-               {{8, "0"},
-                {2, name},
-                {10, number(x)},
-                {20, number(y)},
-                {30, "0"},
-                {41, number(scale)},
-                {42, number(scale)},
-                {43, "1"},
-                {50, number(rotation)}},
+               "8 0|2 " + name + "|10 " + number(x) + "|20 " + number(y) + "|30 0|41 " +
+                   number(scale) + "|42 " + number(scale) + "|43 1|50 " + number(rotation),
                in);
   }
 };
@@ -122,14 +105,7 @@ TEST_F(EntityPromptTest, NestedPickInARotatedScaledReferenceWithAnAttribute) {
   blockWithLine();
   // Rotated a quarter turn and doubled: the block's line runs from 100,100 to 100,120.
   const db::Record* top = reference("B", 100, 100, 2, 90);
-  const db::Record* attribute = add("ATTRIB", {{8, "0"},
-                                               {10, "120"},
-                                               {20, "100"},
-                                               {30, "0"},
-                                               {40, "2.5"},
-                                               {1, "A-1"},
-                                               {2, "TAG"},
-                                               {70, "0"}});
+  const db::Record* attribute = add("ATTRIB", "8 0|10 120|20 100|30 0|40 2.5|1 A-1|2 TAG|70 0");
   add("SEQEND", {{8, "0"}});
   const db::Record* blockLine = database().block("B")->entities.front();
 
@@ -167,8 +143,7 @@ TEST_F(EntityPromptTest, NestedPickInARotatedScaledReferenceWithAnAttribute) {
 
 TEST_F(EntityPromptTest, TextsArePickedInsideTheirBoxes) {
   db::BlockDefinition* block = database().addBlock("T");
-  const db::Record* text =
-      add("TEXT", {{8, "0"}, {10, "0"}, {20, "0"}, {30, "0"}, {40, "10"}, {1, "WIDE TEXT"}}, block);
+  const db::Record* text = add("TEXT", "8 0|10 0|20 0|30 0|40 10|1 WIDE TEXT", block);
   const db::Record* top = reference("T", 0, 50, 1, 0);
   EntityName name;
   double point[3];

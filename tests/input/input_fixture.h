@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "../api_select/group_text.h"
 #include "api/document.h"
 #include "db/database.h"
 
@@ -32,6 +33,10 @@ class InputTest : public ::testing::Test {
   int errorNumber();
 
   db::Record* add(std::string_view type, Groups groups, db::BlockDefinition* block = nullptr);
+  db::Record* add(std::string_view type, std::string_view groupText,
+                  db::BlockDefinition* block = nullptr) {
+    return add(type, groups(groupText), block);
+  }
   db::Record* line(double x1, double y1, double x2, double y2,
                    db::BlockDefinition* block = nullptr);
   db::Record* circle(double x, double y, double r);

@@ -8,13 +8,10 @@
 #include "qx_db_polylines.h"
 #include "qx_db_spline.h"
 
-using korva::db::OwnedGroup;
 constexpr double kPi = std::numbers::pi;
 
 TEST_F(CurveDrawing, LineEndsLengthAndWrites) {
-  auto* record =
-      add("LINE",
-          {{100, "AcDbLine"}, {10, "1"}, {20, "2"}, {30, "0"}, {11, "4"}, {21, "6"}, {31, "0"}});
+  auto* record = add("LINE", "100 AcDbLine|10 1|20 2|30 0|11 4|21 6|31 0");
   QxDbLine* line = open<QxDbLine>(record, QxDb::kForWrite);
   ASSERT_TRUE(line);
   double end = 0, dist = 0;
@@ -46,17 +43,9 @@ TEST_F(CurveDrawing, LineEndsLengthAndWrites) {
 
 TEST_F(CurveDrawing, ArcUnderMirroredNormalIsInWorldCoordinates) {
   // Normal -Z: object X is world -X, so the center (2, 3) in the groups is (-2, 3) in the world.
-  auto* record = add("ARC", {{100, "AcDbCircle"},
-                             {10, "2"},
-                             {20, "3"},
-                             {30, "0"},
-                             {40, "2"},
-                             {210, "0"},
-                             {220, "0"},
-                             {230, "-1"},
-                             {100, "AcDbArc"},
-                             {50, "0"},
-                             {51, "90"}});
+  auto* record = add("ARC",
+                     "100 AcDbCircle|10 2|20 3|30 0|40 2|210 0|220 0|230 -1|"
+                     "100 AcDbArc|50 0|51 90");
   QxDbArc* arc = open<QxDbArc>(record, QxDb::kForWrite);
   ASSERT_TRUE(arc);
   EXPECT_POINT_NEAR(arc->center(), -2, 3, 0, 1e-12);
@@ -90,20 +79,10 @@ TEST_F(CurveDrawing, ArcUnderMirroredNormalIsInWorldCoordinates) {
 }
 
 TEST_F(CurveDrawing, CircleAndEllipseThroughTheGroups) {
-  auto* circle = add("CIRCLE", {{100, "AcDbCircle"}, {10, "1"}, {20, "1"}, {30, "0"}, {40, "3"}});
-  auto* ellipse = add("ELLIPSE", {{100, "AcDbEllipse"},
-                                  {10, "0"},
-                                  {20, "0"},
-                                  {30, "0"},
-                                  {11, "0"},
-                                  {21, "4"},
-                                  {31, "0"},
-                                  {210, "0"},
-                                  {220, "0"},
-                                  {230, "1"},
-                                  {40, "0.5"},
-                                  {41, "0"},
-                                  {42, "3.141592653589793"}});
+  auto* circle = add("CIRCLE", "100 AcDbCircle|10 1|20 1|30 0|40 3");
+  auto* ellipse = add("ELLIPSE",
+                      "100 AcDbEllipse|10 0|20 0|30 0|11 0|21 4|31 0|210 0|220 0|230 1|"
+                      "40 0.5|41 0|42 3.141592653589793");
   QxDbCircle* c = open<QxDbCircle>(circle, QxDb::kForWrite);
   ASSERT_TRUE(c);
   EXPECT_TRUE(c->isClosed());
@@ -180,15 +159,7 @@ TEST_F(CurveDrawing, LightweightPolylineVerticesAreItsGroups) {
 
 TEST_F(CurveDrawing, BulgedPolylineMeasuresAlongTheArc) {
   // (0,0) -> (4,0) bulge 1: a half circle of radius 2 below the chord's left... to the right.
-  auto* record = add("LWPOLYLINE", {{100, "AcDbPolyline"},
-                                    {90, "2"},
-                                    {70, "0"},
-                                    {38, "1.5"},
-                                    {10, "0"},
-                                    {20, "0"},
-                                    {42, "1"},
-                                    {10, "4"},
-                                    {20, "0"}});
+  auto* record = add("LWPOLYLINE", "100 AcDbPolyline|90 2|70 0|38 1.5|10 0|20 0|42 1|10 4|20 0");
   QxDbPolyline* pl = open<QxDbPolyline>(record);
   ASSERT_TRUE(pl);
   QxGePoint3d p;
@@ -208,28 +179,11 @@ TEST_F(CurveDrawing, BulgedPolylineMeasuresAlongTheArc) {
 }
 
 TEST_F(CurveDrawing, OldPolylineVerticesOpenAsTheirClasses) {
-  auto* polyline = add("POLYLINE", {{100, "AcDb2dPolyline"},
-                                    {66, "1"},
-                                    {10, "0"},
-                                    {20, "0"},
-                                    {30, "2"},
-                                    {70, "0"},
-                                    {40, "0.25"}});
-  auto vertex = [&](const char* x, const char* y, const char* bulge) {
-    auto* v = add("VERTEX", {{100, "AcDbVertex"},
-                             {100, "AcDb2dVertex"},
-                             {10, x},
-                             {20, y},
-                             {30, "0"},
-                             {42, bulge},
-                             {70, "0"}});
-    korva::db::Database::setLinks(*v, v->handle(), polyline->handle());  // owned as in files
-    return v;
-  };
-  auto* v0 = vertex("0", "0", "0");
-  vertex("3", "4", "0");
-  vertex("3", "0", "0");
-  add("SEQEND", {});
+  auto* polyline = add("POLYLINE", "100 AcDb2dPolyline|66 1|10 0|20 0|30 2|70 0|40 0.25");
+  auto* v0 = vertex(polyline, "10 0|20 0|30 0|42 0|70 0");
+  vertex(polyline, "10 3|20 4|30 0|42 0|70 0");
+  vertex(polyline, "10 3|20 0|30 0|42 0|70 0");
+  add("SEQEND", "");
   QxDb2dPolyline* pl = open<QxDb2dPolyline>(polyline);
   ASSERT_TRUE(pl);
   EXPECT_EQ(pl->polyType(), QxDb::k2dSimplePoly);
@@ -282,13 +236,9 @@ TEST_F(CurveDrawing, OldPolylineVerticesOpenAsTheirClasses) {
 }
 
 TEST_F(CurveDrawing, SplineControlPointsAndKnots) {
-  std::vector<OwnedGroup> groups = {{100, "AcDbSpline"}, {70, "8"}, {71, "2"},
-                                    {72, "6"},           {73, "3"}, {74, "0"}};
-  for (const char* k : {"0", "0", "0", "2", "2", "2"}) groups.push_back({40, k});
-  for (auto [x, y] : {std::pair{"0", "0"}, {"1", "2"}, {"2", "0"}}) {
-    groups.insert(groups.end(), {{10, x}, {20, y}, {30, "0"}});
-  }
-  auto* record = add("SPLINE", groups);
+  auto* record = add("SPLINE",
+                     "100 AcDbSpline|70 8|71 2|72 6|73 3|74 0|40 0|40 0|40 0|40 2|40 2|"
+                     "40 2|10 0|20 0|30 0|10 1|20 2|30 0|10 2|20 0|30 0");
   QxDbSpline* spline = open<QxDbSpline>(record, QxDb::kForWrite);
   ASSERT_TRUE(spline);
   EXPECT_EQ(spline->numControlPoints(), 3);
@@ -316,9 +266,8 @@ TEST_F(CurveDrawing, SplineControlPointsAndKnots) {
 }
 
 TEST_F(CurveDrawing, PointsAndRays) {
-  auto* point = add("POINT", {{100, "AcDbPoint"}, {10, "1"}, {20, "2"}, {30, "3"}});
-  auto* ray = add(
-      "RAY", {{100, "AcDbRay"}, {10, "1"}, {20, "1"}, {30, "0"}, {11, "0"}, {21, "1"}, {31, "0"}});
+  auto* point = add("POINT", "100 AcDbPoint|10 1|20 2|30 3");
+  auto* ray = add("RAY", "100 AcDbRay|10 1|20 1|30 0|11 0|21 1|31 0");
   QxDbPoint* p = open<QxDbPoint>(point, QxDb::kForWrite);
   ASSERT_TRUE(p);
   EXPECT_POINT_NEAR(p->position(), 1, 2, 3, 0);

@@ -5,13 +5,17 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "../../host/api/objects/object_state.h"
+#include "../api_select/group_text.h"
 #include "api/document.h"
 #include "db/database.h"
 #include "dxf/new_drawing.h"
 #include "qx_db_curves.h"
+
+using korva::testing::groups;
 
 class CurveDrawing : public ::testing::Test {
  protected:
@@ -33,6 +37,15 @@ class CurveDrawing : public ::testing::Test {
     std::vector<korva::db::OwnedGroup> all = {{100, "AcDbEntity"}, {8, "0"}};
     all.insert(all.end(), groups.begin(), groups.end());
     return database().addEntity(std::move(all), type);
+  }
+  korva::db::Record* add(std::string_view type, std::string_view groupText) {
+    return add(type, groups(groupText));
+  }
+  // A 2D vertex of an old-style polyline, owned by it as in files.
+  korva::db::Record* vertex(const korva::db::Record* polyline, const std::string& groupText) {
+    korva::db::Record* v = add("VERTEX", "100 AcDbVertex|100 AcDb2dVertex|" + groupText);
+    korva::db::Database::setLinks(*v, v->handle(), polyline->handle());
+    return v;
   }
   QxDbObjectId idOf(const korva::db::Record* record) {
     return korva::api::idOf(database(), *record);

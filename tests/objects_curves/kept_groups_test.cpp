@@ -14,7 +14,7 @@ namespace {
 using Groups = std::vector<korva::db::OwnedGroup>;
 
 const Groups kReactors = {{102, "{ACAD_REACTORS"}, {330, "7F"}, {102, "}"}};
-const Groups kExtendedData = {{1001, "KORVA_TEST"}, {1000, "kept"}, {1040, "2.5"}, {1070, "7"}};
+const Groups kExtendedData = groups("1001 KORVA_TEST|1000 kept|1040 2.5|1070 7");
 
 // Reactors, the kind's own groups, then an application's extended data.
 Groups withLinks(const Groups& own) {
@@ -65,17 +65,10 @@ int countOf(const Groups& groups, int code) {
 }  // namespace
 
 TEST_F(CurveDrawing, EllipseKeepsHandleAndLinksUnderAStretch) {
-  auto* record = database().addEntity(withLinks({{100, "AcDbEllipse"},
-                                                 {10, "1"},
-                                                 {20, "2"},
-                                                 {30, "0"},
-                                                 {11, "4"},
-                                                 {21, "0"},
-                                                 {31, "0"},
-                                                 {40, "0.5"},
-                                                 {41, "0"},
-                                                 {42, "6.283185307179586"}}),
-                                      "ELLIPSE");
+  auto* record = database().addEntity(
+      withLinks(groups("100 AcDbEllipse|10 1|20 2|30 0|11 4|21 0|31 0|40 0.5|41 0|"
+                       "42 6.283185307179586")),
+      "ELLIPSE");
   std::string handle = value(record, 5);
   ASSERT_FALSE(handle.empty());
   QxDbEllipse* ellipse = open<QxDbEllipse>(record, QxDb::kForWrite);
@@ -95,23 +88,10 @@ TEST_F(CurveDrawing, EllipseKeepsHandleAndLinksUnderAStretch) {
 }
 
 TEST_F(CurveDrawing, SplineKeepsHandleAndLinksUnderShear) {
-  auto* record = database().addEntity(withLinks({{100, "AcDbSpline"},
-                                                 {70, "8"},
-                                                 {71, "1"},
-                                                 {72, "4"},
-                                                 {73, "2"},
-                                                 {74, "0"},
-                                                 {40, "0"},
-                                                 {40, "0"},
-                                                 {40, "1"},
-                                                 {40, "1"},
-                                                 {10, "0"},
-                                                 {20, "0"},
-                                                 {30, "0"},
-                                                 {10, "2"},
-                                                 {20, "2"},
-                                                 {30, "0"}}),
-                                      "SPLINE");
+  auto* record = database().addEntity(
+      withLinks(groups("100 AcDbSpline|70 8|71 1|72 4|73 2|74 0|40 0|40 0|40 1|40 1|10 0|"
+                       "20 0|30 0|10 2|20 2|30 0")),
+      "SPLINE");
   std::string handle = value(record, 5);
   QxDbSpline* spline = open<QxDbSpline>(record, QxDb::kForWrite);
   ASSERT_TRUE(spline);
@@ -129,8 +109,7 @@ TEST_F(CurveDrawing, SplineKeepsHandleAndLinksUnderShear) {
 // The rewrite that explode and the selection-set transform share: a circle stretched
 // along one axis comes back an ellipse with everything else of its record.
 TEST_F(CurveDrawing, CircleTurnedEllipseKeepsWhatItDoesNotChange) {
-  Groups circle =
-      withLinks({{100, "AcDbCircle"}, {39, "0"}, {10, "1"}, {20, "1"}, {30, "0"}, {40, "2"}});
+  Groups circle = withLinks(groups("100 AcDbCircle|39 0|10 1|20 1|30 0|40 2"));
   circle.insert(circle.begin(), {5, "2A"});
   korva::api::TransformedEntity moved;
   korva::geom::Affine3 stretch = korva::geom::Affine3::scaling(3, 1, 1);
@@ -145,7 +124,7 @@ TEST_F(CurveDrawing, CircleTurnedEllipseKeepsWhatItDoesNotChange) {
   EXPECT_EQ(runFrom(moved.groups, 40, 1)[0].value.substr(0, 8), "0.333333");
 
   // Records without subclass markers keep their layer and extended data the same way.
-  Groups plain = {{5, "2B"}, {8, "WALLS"}, {10, "0"}, {20, "0"}, {30, "0"}, {40, "1"}};
+  Groups plain = groups("5 2B|8 WALLS|10 0|20 0|30 0|40 1");
   plain.insert(plain.end(), kExtendedData.begin(), kExtendedData.end());
   ASSERT_TRUE(korva::api::transformEntity("CIRCLE", plain, stretch, moved));
   EXPECT_EQ(countOf(moved.groups, 100), 0);

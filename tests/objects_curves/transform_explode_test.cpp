@@ -18,14 +18,7 @@ double lengthOf(const QxDbCurve* curve) {
 }  // namespace
 
 TEST_F(CurveDrawing, ArcMirroredKeepsItsPointsAndLength) {
-  auto* record = add("ARC", {{100, "AcDbCircle"},
-                             {10, "1"},
-                             {20, "2"},
-                             {30, "0"},
-                             {40, "3"},
-                             {100, "AcDbArc"},
-                             {50, "10"},
-                             {51, "120"}});
+  auto* record = add("ARC", "100 AcDbCircle|10 1|20 2|30 0|40 3|100 AcDbArc|50 10|51 120");
   QxDbArc* arc = open<QxDbArc>(record, QxDb::kForWrite);
   ASSERT_TRUE(arc);
   QxGePoint3d start, end;
@@ -49,15 +42,7 @@ TEST_F(CurveDrawing, ArcMirroredKeepsItsPointsAndLength) {
 }
 
 TEST_F(CurveDrawing, TransformedPolylineMovesItsVertexGroups) {
-  auto* record = add("LWPOLYLINE", {{100, "AcDbPolyline"},
-                                    {90, "2"},
-                                    {70, "0"},
-                                    {43, "0.5"},
-                                    {10, "0"},
-                                    {20, "0"},
-                                    {42, "0.5"},
-                                    {10, "2"},
-                                    {20, "0"}});
+  auto* record = add("LWPOLYLINE", "100 AcDbPolyline|90 2|70 0|43 0.5|10 0|20 0|42 0.5|10 2|20 0");
   QxDbPolyline* pl = open<QxDbPolyline>(record, QxDb::kForWrite);
   ASSERT_TRUE(pl);
   double before = lengthOf(pl);
@@ -79,20 +64,9 @@ TEST_F(CurveDrawing, TransformedPolylineMovesItsVertexGroups) {
 }
 
 TEST_F(CurveDrawing, ExplodedPolylineHasTheSameLengthAndProperties) {
-  auto* record = add("LWPOLYLINE", {{100, "AcDbPolyline"},
-                                    {90, "3"},
-                                    {70, "1"},
-                                    {39, "2"},
-                                    {10, "0"},
-                                    {20, "0"},
-                                    {42, "-0.4"},
-                                    {10, "5"},
-                                    {20, "0"},
-                                    {10, "5"},
-                                    {20, "5"},
-                                    {210, "0"},
-                                    {220, "0.6"},
-                                    {230, "0.8"}});
+  auto* record = add("LWPOLYLINE",
+                     "100 AcDbPolyline|90 3|70 1|39 2|10 0|20 0|42 -0.4|10 5|20 0|10 5|"
+                     "20 5|210 0|220 0.6|230 0.8");
   record->setValue(8, "0");
   QxDbPolyline* pl = open<QxDbPolyline>(record);
   ASSERT_TRUE(pl);
@@ -141,21 +115,11 @@ TEST_F(CurveDrawing, NewObjectsOwnTheirGroups) {
 // An old-style polyline moves with its vertex records; a map that would bend its arcs
 // out of shape leaves both untouched.
 TEST_F(CurveDrawing, OldPolylineTransformsWithItsVertices) {
-  auto* polyline = add(
-      "POLYLINE", {{100, "AcDb2dPolyline"}, {66, "1"}, {10, "0"}, {20, "0"}, {30, "2"}, {70, "0"}});
-  std::vector<korva::db::Record*> vertices;
-  for (const char* x : {"0", "2", "2"}) {
-    auto* v = add("VERTEX", {{100, "AcDbVertex"},
-                             {100, "AcDb2dVertex"},
-                             {10, x},
-                             {20, vertices.size() == 2 ? "3" : "0"},
-                             {30, "0"},
-                             {42, vertices.empty() ? "1" : "0"},
-                             {70, "0"}});
-    korva::db::Database::setLinks(*v, v->handle(), polyline->handle());
-    vertices.push_back(v);
-  }
-  add("SEQEND", {});
+  auto* polyline = add("POLYLINE", "100 AcDb2dPolyline|66 1|10 0|20 0|30 2|70 0");
+  std::vector<korva::db::Record*> vertices = {vertex(polyline, "10 0|20 0|30 0|42 1|70 0"),
+                                              vertex(polyline, "10 2|20 0|30 0|42 0|70 0"),
+                                              vertex(polyline, "10 2|20 3|30 0|42 0|70 0")};
+  add("SEQEND", "");
   QxDb2dPolyline* pl = open<QxDb2dPolyline>(polyline, QxDb::kForWrite);
   ASSERT_TRUE(pl);
   double before = lengthOf(pl);

@@ -205,16 +205,6 @@ TEST_F(EntityGeometryTest, HatchTurnsWithItsLoopsAndPattern) {
   hatch->close();
 }
 
-TEST_F(EntityGeometryTest, HatchRefusesStretchingAndStaysAsItWas) {
-  QxDbObjectId id = add("HATCH", groups(kHatch));
-  std::vector<db::OwnedGroup> before = recordOf(id)->ownedGroups();
-  QxGeMatrix3d stretch = QxGeMatrix3d::scaling(QxGeScale3d(2, 1, 1));
-  EXPECT_EQ(transform(id, stretch), Qxad::eNotApplicable);
-  std::vector<db::OwnedGroup> after = recordOf(id)->ownedGroups();
-  ASSERT_EQ(after.size(), before.size());
-  for (size_t i = 0; i < after.size(); ++i) EXPECT_EQ(after[i].value, before[i].value);
-}
-
 TEST_F(EntityGeometryTest, HatchOutlineReadsPastASplineWithoutFitPoints) {
   // The loop's source count follows a spline edge that has no fit data: the second
   // loop, far away, must still be outlined.

@@ -1,5 +1,6 @@
 // Raster images, wipeouts and OLE frames: placement, display settings and clipping,
 // through both layers.
+#include "linked_ole_data.h"
 #include "more_fixture.h"
 #include "qx_db_image.h"
 
@@ -145,6 +146,40 @@ TEST_F(ImageTest, OleFrameCornersAndType) {
   ASSERT_EQ(frame->getGeomExtents(extents), Qxad::eOk);
   EXPECT_POINT_NEAR(extents.minPoint(), 1, 2, 0, 0);
   EXPECT_POINT_NEAR(extents.maxPoint(), 6, 9, 0, 0);
+  frame->close();
+}
+
+TEST_F(ImageTest, LinkedFrameNamesItsSourceAndOthersDont) {
+  const std::string data =
+      linkedOleData("C:\\plans\\R?ume.xls", u"C:\\plans\\R\u00e4ume.xls", "Sheet1!R1C1:R9C4");
+  QxDbOle2Frame* frame = open<QxDbOle2Frame>(add("OLE2FRAME", oleFrameGroups(1, data)));
+  ASSERT_TRUE(frame);
+  wchar_t text[1024] = {};
+  ASSERT_TRUE(frame->getLinkName(text, 1024));
+  EXPECT_STREQ(text, L"C:\\plans\\R\u00e4ume.xls!Sheet1!R1C1:R9C4");
+  ASSERT_TRUE(frame->getLinkPath(text, 1024));
+  EXPECT_STREQ(text, L"C:\\plans\\R\u00e4ume.xls");
+  ASSERT_TRUE(frame->getLinkPath(text, 3));  // cut to the buffer
+  EXPECT_STREQ(text, L"C:");
+  frame->close();
+
+  // Only 8-bit text in the file moniker; an item long enough to span mini sectors.
+  const std::string item(150, 'A');
+  frame = open<QxDbOle2Frame>(
+      add("OLE2FRAME", oleFrameGroups(1, linkedOleData("D:\\a.doc", u"", item))));
+  ASSERT_TRUE(frame);
+  ASSERT_TRUE(frame->getLinkName(text, 1024));
+  EXPECT_EQ(std::wstring(text), L"D:\\a.doc!" + std::wstring(item.begin(), item.end()));
+  frame->close();
+
+  // An embedded frame over the same data, and a link whose data is cut short.
+  frame = open<QxDbOle2Frame>(add("OLE2FRAME", oleFrameGroups(2, data)));
+  ASSERT_TRUE(frame);
+  EXPECT_FALSE(frame->getLinkName(text, 1024));
+  frame->close();
+  frame = open<QxDbOle2Frame>(add("OLE2FRAME", oleFrameGroups(1, data.substr(0, 700))));
+  ASSERT_TRUE(frame);
+  EXPECT_FALSE(frame->getLinkPath(text, 1024));
   frame->close();
 }
 

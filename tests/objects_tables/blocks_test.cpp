@@ -13,7 +13,7 @@ class Blocks : public TablesTest {
   // A block "Door" made through the block table, with one entity, left closed.
   QxDbObjectId makeDoor(QxDbObjectId* entityId = nullptr) {
     QxDbBlockTable* blocks = nullptr;
-    EXPECT_EQ(s_pServices->workingDatabase()->getSymbolTable(blocks, QxDb::kForWrite), Qxad::eOk);
+    EXPECT_EQ(working()->getSymbolTable(blocks, QxDb::kForWrite), Qxad::eOk);
     auto* door = new QxDbBlockTableRecord;
     door->setName(L"Door");
     door->setOrigin(QxGePoint3d(1, 2, 0));
@@ -31,15 +31,9 @@ class Blocks : public TablesTest {
   }
   // A new entity whose maker closes it after appending.
   QxDbEntity* newEntity() {
-    QxDbObject* made = korva::api::newObjectLike("LINE", {{100, "AcDbEntity"},
-                                                          {8, "0"},
-                                                          {100, "AcDbLine"},
-                                                          {10, "0.0"},
-                                                          {20, "0.0"},
-                                                          {30, "0.0"},
-                                                          {11, "1.0"},
-                                                          {21, "0.0"},
-                                                          {31, "0.0"}});
+    QxDbObject* made = korva::api::newObjectLike(
+        "LINE", groups("100 AcDbEntity|8 0|100 AcDbLine|10 0.0|20 0.0|30 0.0|11 1.0|"
+                       "21 0.0|31 0.0"));
     pending_ = QxDbEntity::cast(made);
     return pending_;
   }
@@ -70,7 +64,7 @@ TEST_F(Blocks, NewRecordComesWithItsDefinition) {
 
 TEST_F(Blocks, AppendedEntityStaysOpenForWrite) {
   QxDbBlockTable* blocks = nullptr;
-  ASSERT_EQ(s_pServices->workingDatabase()->getSymbolTable(blocks), Qxad::eOk);
+  ASSERT_EQ(working()->getSymbolTable(blocks), Qxad::eOk);
   QxDbBlockTableRecord* paper = nullptr;
   ASSERT_EQ(blocks->getAt(QXDB_PAPER_SPACE, paper, QxDb::kForWrite), Qxad::eOk);
   blocks->close();
@@ -91,22 +85,14 @@ TEST_F(Blocks, AppendedEntityStaysOpenForWrite) {
 TEST_F(Blocks, IteratorAndReferences) {
   QxDbObjectId entityId;
   QxDbObjectId door = makeDoor(&entityId);
-  Record* insert = database().addEntity({{100, "AcDbEntity"},
-                                         {8, "0"},
-                                         {100, "AcDbBlockReference"},
-                                         {2, "Door"},
-                                         {10, "5.0"},
-                                         {20, "5.0"},
-                                         {30, "0.0"}},
-                                        "INSERT");
-  Record* erasedInsert = database().addEntity({{100, "AcDbEntity"},
-                                               {8, "0"},
-                                               {100, "AcDbBlockReference"},
-                                               {2, "Door"},
-                                               {10, "9.0"},
-                                               {20, "5.0"},
-                                               {30, "0.0"}},
-                                              "INSERT");
+  Record* insert =
+      database().addEntity(groups("100 AcDbEntity|8 0|100 AcDbBlockReference|2 Door|10 5.0|20 5.0|"
+                                  "30 0.0"),
+                           "INSERT");
+  Record* erasedInsert =
+      database().addEntity(groups("100 AcDbEntity|8 0|100 AcDbBlockReference|2 Door|10 9.0|20 5.0|"
+                                  "30 0.0"),
+                           "INSERT");
   database().setErased(*erasedInsert, true);
   QxDbBlockTableRecord* block = nullptr;
   ASSERT_EQ(korva::api::openAs(block, door, QxDb::kForRead), Qxad::eOk);
@@ -136,7 +122,7 @@ TEST_F(Blocks, ModelSpaceWalkSeesOnlyItsOwnEntities) {
   Record* a = addLine("0");
   addLine("0");
   QxDbBlockTable* blocks = nullptr;
-  ASSERT_EQ(s_pServices->workingDatabase()->getSymbolTable(blocks), Qxad::eOk);
+  ASSERT_EQ(working()->getSymbolTable(blocks), Qxad::eOk);
   QxDbBlockTableRecord* paper = nullptr;
   ASSERT_EQ(blocks->getAt(QXDB_PAPER_SPACE, paper, QxDb::kForWrite), Qxad::eOk);
   ASSERT_EQ(paper->appendQxDbEntity(newEntity()), Qxad::eOk);

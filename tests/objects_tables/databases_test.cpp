@@ -1,14 +1,18 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 
 #include "api/utf8.h"
 #include "db/value_text.h"
+#include "qx_db_curves.h"
 #include "qx_db_database.h"
 #include "qx_db_entity.h"
+#include "qx_entities.h"
+#include "qx_memory.h"
 #include "tables_fixture.h"
 
 namespace {
@@ -46,7 +50,7 @@ class Databases : public TablesTest {
 TEST_F(Databases, SideDatabaseIsNotTheWorkingOne) {
   QxDbDatabase side(true);
   EXPECT_NE(s_pServices->workingDatabase(), &side);
-  EXPECT_EQ(s_pServices->workingDatabase()->serial(), database().serial());
+  EXPECT_EQ(working()->serial(), database().serial());
   QxDbLayerTable* layers = nullptr;
   ASSERT_EQ(side.getSymbolTable(layers, QxDb::kForWrite), Qxad::eOk);
   auto* layer = new QxDbLayerTableRecord;
@@ -135,38 +139,22 @@ TEST_F(Databases, AnR12DrawingCannotBeConverted) {
 
 // A leader pointing at its text: the copies must point at each other.
 TEST_F(Databases, DeepCloneTranslatesPointersAmongTheCopies) {
-  Record* text = database().addEntity({{100, "AcDbEntity"},
-                                       {8, "Notes"},
-                                       {100, "AcDbMText"},
-                                       {10, "0.0"},
-                                       {20, "0.0"},
-                                       {30, "0.0"},
-                                       {40, "1.0"},
-                                       {1, "note"}},
-                                      "MTEXT");
+  Record* text = database().addEntity(
+      groups("100 AcDbEntity|8 Notes|100 AcDbMText|10 0.0|20 0.0|30 0.0|40 1.0|1 note"), "MTEXT");
   addLayer("Notes");
-  Record* leader = database().addEntity({{100, "AcDbEntity"},
-                                         {8, "Notes"},
-                                         {100, "AcDbLeader"},
-                                         {3, "Standard"},
-                                         {76, "2"},
-                                         {10, "5.0"},
-                                         {20, "5.0"},
-                                         {30, "0.0"},
-                                         {10, "1.0"},
-                                         {20, "1.0"},
-                                         {30, "0.0"},
-                                         {340, korva::db::formatHandle(text->handle())}},
-                                        "LEADER");
+  Record* leader = database().addEntity(
+      groups("100 AcDbEntity|8 Notes|100 AcDbLeader|3 Standard|76 2|10 5.0|20 5.0|30 0.0|"
+             "10 1.0|20 1.0|30 0.0|340 " +
+             korva::db::formatHandle(text->handle())),
+      "LEADER");
   QxDbObjectIdArray ids;
   ids.append(idOf(text));
   ids.append(idOf(leader));
-  QxDbDatabase* working = s_pServices->workingDatabase();
 
   // Into this drawing.
   QxDbIdMapping mapping;
   QxDbObjectId modelSpace = idOf(database().tableEntry("BLOCK_RECORD", "*Model_Space"));
-  ASSERT_EQ(working->deepCloneObjects(ids, modelSpace, mapping), Qxad::eOk);
+  ASSERT_EQ(working()->deepCloneObjects(ids, modelSpace, mapping), Qxad::eOk);
   QxDbIdPair pair(idOf(leader), QxDbObjectId(), false);
   ASSERT_TRUE(mapping.compute(pair));
   QxDbIdPair textPair(idOf(text), QxDbObjectId(), false);
@@ -185,7 +173,7 @@ TEST_F(Databases, DeepCloneTranslatesPointersAmongTheCopies) {
   ASSERT_EQ(blocks->getAt(QXDB_MODEL_SPACE, otherSpace), Qxad::eOk);
   blocks->close();
   QxDbIdMapping across;
-  ASSERT_EQ(working->deepCloneObjects(ids, otherSpace, across), Qxad::eOk);
+  ASSERT_EQ(working()->deepCloneObjects(ids, otherSpace, across), Qxad::eOk);
   EXPECT_EQ(across.destDb(), &other);
   QxDbIdMappingIter iterator(across);
   int copies = 0;
@@ -214,7 +202,7 @@ TEST_F(Databases, WblockMakesADrawingOfTheEntities) {
   QxDbObjectIdArray ids;
   ids.append(idOf(line));
   QxDbDatabase* output = nullptr;
-  ASSERT_EQ(s_pServices->workingDatabase()->wblock(output, ids, QxGePoint3d(2, 3, 0)), Qxad::eOk);
+  ASSERT_EQ(working()->wblock(output, ids, QxGePoint3d(2, 3, 0)), Qxad::eOk);
   ASSERT_NE(output, nullptr);
   QxDbBlockTable* blocks = nullptr;
   ASSERT_EQ(output->getSymbolTable(blocks), Qxad::eOk);
@@ -243,7 +231,7 @@ TEST_F(Databases, PurgeKeepsOnlyWhatNothingUses) {
   ids.append(idOf(unused));
   ids.append(idOf(database().tableEntry("LAYER", "0")));
   ids.append(idOf(database().tableEntry("LTYPE", "Continuous")));
-  ASSERT_EQ(s_pServices->workingDatabase()->purge(ids), Qxad::eOk);
+  ASSERT_EQ(working()->purge(ids), Qxad::eOk);
   ASSERT_EQ(ids.length(), 1);
   EXPECT_EQ(ids[0], idOf(unused));
 }
@@ -260,6 +248,51 @@ TEST_F(Databases, ServicesNameKorvasFolders) {
             std::wstring::npos);
   ASSERT_EQ(s_pServices->getExportFolder(folder, 1024), Qxad::eOk);
   EXPECT_EQ(korva::api::toUtf8(folder), fs::current_path().string() + "/");
+}
+
+// The type, layout and owner of an entity list, as text.
+std::string listSummary(const EntityName name, bool withOwner = true) {
+  ResultBuffer* list = qxdbEntGet(name);
+  if (!list) return "no list";
+  std::string summary;
+  for (const ResultBuffer* node = list; node; node = node->next) {
+    if (node->type == 0 || node->type == 2 || node->type == 410) {
+      summary += std::to_string(node->type) + "=" + korva::api::toUtf8(node->value.rstring) + " ";
+    }
+    if (node->type == -1 && std::memcmp(node->value.rlname, name, sizeof(EntityName)) != 0) {
+      summary += "other name ";
+    }
+    if (node->type == 330 && withOwner) {
+      summary += "owner: [" + listSummary(node->value.rlname, false) + "] ";
+    }
+  }
+  qxutRelRb(list);
+  return summary;
+}
+
+TEST_F(Databases, EntitiesOfASideDatabaseHaveListsWhileItLives) {
+  auto side = std::make_unique<QxDbDatabase>(true);
+  QxDbBlockTable* blocks = nullptr;
+  ASSERT_EQ(side->getSymbolTable(blocks, QxDb::kForRead), Qxad::eOk);
+  QxDbObjectId spaces[2];
+  blocks->getAt(L"*Model_Space", spaces[0]);
+  blocks->getAt(L"*Paper_Space", spaces[1]);
+  blocks->close();
+  EntityName names[2];
+  for (int i = 0; i < 2; ++i) {
+    QxDbBlockTableRecord* space = nullptr;
+    ASSERT_EQ(korva::api::openAs(space, spaces[i], QxDb::kForWrite), Qxad::eOk);
+    auto* line = new QxDbLine(QxGePoint3d(0, 0, 0), QxGePoint3d(1, 1, 0));
+    QxDbObjectId id;
+    ASSERT_EQ(space->appendQxDbEntity(id, line), Qxad::eOk);
+    line->close();
+    space->close();
+    ASSERT_EQ(qxdbGetHysName(names[i], id), Qxad::eOk);
+  }
+  EXPECT_EQ(listSummary(names[0]), "0=LINE owner: [0=BLOCK_RECORD 2=*Model_Space ] 410=Model ");
+  EXPECT_EQ(listSummary(names[1]), "0=LINE owner: [0=BLOCK_RECORD 2=*Paper_Space ] 410=Layout1 ");
+  side.reset();
+  EXPECT_EQ(listSummary(names[0]), "no list");
 }
 
 }  // namespace

@@ -11,10 +11,7 @@ namespace {
 
 using korva::db::Record;
 
-class Dictionaries : public TablesTest {
- protected:
-  QxDbDatabase* working() { return s_pServices->workingDatabase(); }
-};
+using Dictionaries = TablesTest;
 
 TEST_F(Dictionaries, MissingKeyIs22AndSetAtOwnsTheObject) {
   QxDbDictionary* named = nullptr;
@@ -179,23 +176,10 @@ TEST_F(Dictionaries, ExtendedDataThroughTheObject) {
 
 TEST_F(Dictionaries, ViewportFreezesLayersByHandle) {
   Record* layer = addLayer("Hidden");
-  Record* record = database().addEntity({{100, "AcDbEntity"},
-                                         {67, "1"},
-                                         {8, "0"},
-                                         {100, "AcDbViewport"},
-                                         {10, "5.0"},
-                                         {20, "5.0"},
-                                         {30, "0.0"},
-                                         {40, "10.0"},
-                                         {41, "8.0"},
-                                         {68, "2"},
-                                         {69, "2"},
-                                         {12, "0.0"},
-                                         {22, "0.0"},
-                                         {45, "80.0"},
-                                         {90, "65536"},
-                                         {340, "0"}},
-                                        "VIEWPORT");
+  Record* record =
+      database().addEntity(groups("100 AcDbEntity|67 1|8 0|100 AcDbViewport|10 5.0|20 5.0|30 0.0|"
+                                  "40 10.0|41 8.0|68 2|69 2|12 0.0|22 0.0|45 80.0|90 65536|340 0"),
+                           "VIEWPORT");
   QxDbViewport* viewport = nullptr;
   ASSERT_EQ(korva::api::openAs(viewport, idOf(record), QxDb::kForWrite), Qxad::eOk);
   EXPECT_EQ(viewport->number(), 2);

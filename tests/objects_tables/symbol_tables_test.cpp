@@ -8,10 +8,7 @@ namespace {
 
 using korva::db::Record;
 
-class SymbolTables : public TablesTest {
- protected:
-  QxDbDatabase* working() { return s_pServices->workingDatabase(); }
-};
+using SymbolTables = TablesTest;
 
 TEST_F(SymbolTables, TablesOpenAsTheirOwnClasses) {
   QxDbLayerTable* layers = nullptr;
@@ -180,6 +177,31 @@ TEST_F(SymbolTables, ViewsAndApplications) {
   application->close();
   EXPECT_TRUE(applications->has(L"korva_test"));
   applications->close();
+}
+
+TEST_F(SymbolTables, DimensionStyleVariablesFromTheRecordOrTheirDefaults) {
+  Record* written = database().addTableEntry(
+      *database().table("DIMSTYLE"), "DIMSTYLE",
+      groups("100 AcDbSymbolTableRecord|100 AcDbDimStyleTableRecord|2 SITE|"
+             "70 0|40 50.0|41 2.5|140 3|147 1.25"));
+  QxDbDimStyleTableRecord* style = nullptr;
+  ASSERT_EQ(korva::api::openAs(style, idOf(written), QxDb::kForWrite), Qxad::eOk);
+  EXPECT_EQ(style->dimscale(), 50.0);
+  EXPECT_EQ(style->dimasz(), 2.5);
+  EXPECT_EQ(style->dimtxt(), 3.0);
+  EXPECT_EQ(style->dimgap(), 1.25);
+  // Not in the record: the defaults.
+  EXPECT_EQ(style->dimexo(), 0.0625);
+  EXPECT_EQ(style->dimexe(), 0.18);
+  EXPECT_EQ(style->setDimscale(-1), Qxad::eOutOfRange);
+  ASSERT_EQ(style->setDimscale(0), Qxad::eOk);
+  style->close();
+  EXPECT_EQ(korva::db::parseReal(written->find(40).value_or("")), 0.0);
+
+  auto* made = new QxDbDimStyleTableRecord;
+  EXPECT_EQ(made->dimscale(), 1.0);
+  EXPECT_EQ(made->dimasz(), 0.18);
+  delete made;
 }
 
 }  // namespace

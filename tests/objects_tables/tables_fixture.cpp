@@ -20,26 +20,16 @@ QxDbObjectId TablesTest::idOf(const korva::db::Record* record) const {
 }
 
 korva::db::Record* TablesTest::addLine(const std::string& layer) {
-  return database().addEntity({{100, "AcDbEntity"},
-                               {8, layer},
-                               {100, "AcDbLine"},
-                               {10, "0.0"},
-                               {20, "0.0"},
-                               {30, "0.0"},
-                               {11, "1.0"},
-                               {21, "1.0"},
-                               {31, "0.0"}},
+  return database().addEntity(groups("100 AcDbEntity|8 " + layer +
+                                     "|100 AcDbLine|10 0.0|20 0.0|30 0.0|11 1.0|21 1.0|31 0.0"),
                               "LINE");
 }
 
 korva::db::Record* TablesTest::addLayer(const std::string& name, int flags, int color) {
-  return database().addTableEntry(*database().table("LAYER"), "LAYER",
-                                  {{100, "AcDbSymbolTableRecord"},
-                                   {100, "AcDbLayerTableRecord"},
-                                   {2, name},
-                                   {70, std::to_string(flags)},
-                                   {62, std::to_string(color)},
-                                   {6, "Continuous"}});
+  return database().addTableEntry(
+      *database().table("LAYER"), "LAYER",
+      groups("100 AcDbSymbolTableRecord|100 AcDbLayerTableRecord|2 " + name + "|70 " +
+             std::to_string(flags) + "|62 " + std::to_string(color) + "|6 Continuous"));
 }
 
 std::string TablesTest::dxfText() const {

@@ -5,10 +5,14 @@
 
 #include <string>
 
+#include "../api_select/group_text.h"
 #include "api/document.h"
 #include "api/objects/object_access.h"
 #include "db/database.h"
 #include "qx_db_core.h"
+#include "qx_db_database.h"
+
+using korva::testing::groups;
 
 class TablesTest : public ::testing::Test {
  protected:
@@ -16,6 +20,7 @@ class TablesTest : public ::testing::Test {
   void TearDown() override;
 
   korva::db::Database& database() { return document_->database(); }
+  QxDbDatabase* working() { return s_pServices->workingDatabase(); }
   QxDbObjectId idOf(const korva::db::Record* record) const;
   // Adds a LINE on the layer to model space through the flat database.
   korva::db::Record* addLine(const std::string& layer);

@@ -50,7 +50,8 @@ TEST_F(DocumentManagerTest, OpeningADrawingKeepsTheCurrentOneAndTellsTheModules)
   QxApDocument* first = manager->curDocument();
   const std::filesystem::path path = savedNewDrawing("korva_runtime_second.dxf");
   ASSERT_EQ(manager->appContextOpenDocument(api::fromUtf8(path.string()).c_str()), Qxad::eOk);
-  EXPECT_EQ(newOutput(), "[recorder 3]\n");
+  // The module is told, and the user is told once, by the host.
+  EXPECT_EQ(newOutput(), "[recorder 3]\nOpened drawing " + path.string() + ".\n");
   EXPECT_EQ(manager->documentCount(), 2);
   EXPECT_EQ(manager->curDocument(), first);
   QxApDocument* second = manager->documentAt(1);
@@ -67,6 +68,7 @@ TEST_F(DocumentManagerTest, OpeningADrawingKeepsTheCurrentOneAndTellsTheModules)
   std::filesystem::remove(path);
 
   EXPECT_EQ(manager->appContextOpenDocument(L"/no/such/drawing.dxf"), Qxad::eFileNotFound);
+  EXPECT_EQ(newOutput(), "");
   EXPECT_EQ(manager->appContextNewDocument(), Qxad::eOk);
   EXPECT_EQ(manager->documentCount(), 2);
   EXPECT_NE(manager->curDocument(), first);  // a new drawing becomes current
@@ -91,6 +93,7 @@ void deferringCommand() {
   static int step = 5;
   qxDocManagerPtr()->executeInApplicationContext(countRun, &step);
   qxutPrintf(L"%d runs during the command\n", deferredRuns);
+  qxutPrintf(L"opening %s\n", qxDocManagerPtr()->isDocumentOpeningBlocked() ? L"blocked" : L"free");
 }
 
 TEST_F(DocumentManagerTest, WorkHandedOverDuringACommandRunsAfterIt) {
@@ -98,9 +101,12 @@ TEST_F(DocumentManagerTest, WorkHandedOverDuringACommandRunsAfterIt) {
       (cmd::Processor::instance().addHostCommand(L"DEFERRER", deferringCommand), true);
   (void)registered;
   deferredRuns = 0;
+  EXPECT_FALSE(qxDocManagerPtr()->isDocumentOpeningBlocked());
   runScript("DEFERRER\n");
-  EXPECT_NE(transcript().find("0 runs during the command\n"), std::string::npos) << transcript();
+  EXPECT_NE(transcript().find("0 runs during the command\nopening blocked\n"), std::string::npos)
+      << transcript();
   EXPECT_EQ(deferredRuns, 5);
+  EXPECT_FALSE(qxDocManagerPtr()->isDocumentOpeningBlocked());
 }
 
 TEST_F(DocumentManagerTest, ResourceHandlesStack) {

@@ -4,10 +4,12 @@
 #include <numbers>
 
 #include "api/transform_kinds.h"
+#include "attribute_text.h"
 #include "entity_transform.h"
 #include "object_groups.h"
 #include "object_state.h"
 #include "old_polyline_transform.h"
+#include "picture_copy.h"
 #include "qx_db_entity.h"
 
 namespace korva::api {
@@ -221,8 +223,6 @@ QxDbEntity* explodedOldPolyline(const std::vector<db::Record*>& records, size_t 
   return entity;
 }
 
-using PictureEntities = std::vector<std::pair<std::string, std::vector<db::OwnedGroup>>>;
-
 // A nested reference's attributes and SEQEND, after it at `index` of a block's list,
 // moved with it and carried into the database behind its copy. False when the map
 // can't carry one.
@@ -259,24 +259,52 @@ bool planPictureCopy(db::Database& database, const db::Record& original,
   if (!block || !after || before->placements.size() != 1 || after->placements.size() != 1)
     return true;
   Affine3 contents = after->placements[0].inverse() * map * before->placements[0];
-  const std::vector<db::Record*>& records = block->entities;
-  for (size_t index = 0; index < records.size(); ++index) {
-    db::Record* record = records[index];
-    std::string_view kind = record->type();
-    if (record->isErased() || kind == "VERTEX" || kind == "SEQEND") continue;
-    if (kind == "POLYLINE") {
-      std::vector<db::OwnedGroup> polyline;
-      std::vector<std::vector<db::OwnedGroup>> vertices;
-      if (!movedOldPolyline(records, index, contents, polyline, vertices)) return false;
-      entities.emplace_back("POLYLINE", std::move(polyline));
-      for (auto& vertex : vertices) entities.emplace_back("VERTEX", std::move(vertex));
-      continue;
+  return carryBlockEntities(database, block->name(), contents, entities);
+}
+
+// A new single-line text piece of the attribute (or constant definition) groups,
+// carried through the map; null when it can't be.
+QxDbEntity* textPiece(std::vector<db::OwnedGroup> attribute, const Affine3& map) {
+  TransformedEntity moved;
+  if (!transformEntity("TEXT", attributeAsText(attribute), map, moved)) return nullptr;
+  QxDbObject* object = newObjectLike("TEXT", std::move(moved.groups));
+  QxDbEntity* entity = QxDbEntity::cast(object);
+  if (!entity) delete object;
+  return entity;
+}
+
+// What the entity's class breaks it into, carried through the map as new pieces; false,
+// with nothing added, when that is nothing or what the map can't carry.
+bool explodeThroughClass(db::Database& database, db::Record& record, const Affine3& map,
+                         std::vector<QxDbEntity*>& made) {
+  QxDbObject* view = newRecordView(database, record);
+  const QxDbEntity* entity = QxDbEntity::cast(view);
+  QxDbVoidPtrArray parts;
+  bool carried = entity && entity->explode(parts) == Qxad::eOk && parts.length() > 0;
+  delete view;
+  std::vector<QxDbEntity*> pieces;
+  for (int i = 0; i < parts.length(); ++i) {
+    auto* part = static_cast<QxDbEntity*>(parts[i]);
+    db::Record& partRecord = recordOf(*part);
+    TransformedEntity moved;
+    if (carried && transformEntity(partRecord.type(), partRecord.ownedGroups(), map, moved)) {
+      QxDbObject* object = newObjectLike(moved.type, std::move(moved.groups));
+      if (QxDbEntity* piece = QxDbEntity::cast(object)) {
+        pieces.push_back(piece);
+      } else {
+        delete object;
+        carried = false;
+      }
+    } else {
+      carried = false;
     }
-    // Attributes follow their reference, which the copy's block closes with a SEQEND.
-    TransformedEntity copy;
-    if (!transformEntity(kind, pieceGroups(*record), contents, copy)) return false;
-    entities.emplace_back(std::move(copy.type), std::move(copy.groups));
+    delete part;
   }
+  if (!carried) {
+    for (QxDbEntity* piece : pieces) delete piece;
+    return false;
+  }
+  made.insert(made.end(), pieces.begin(), pieces.end());
   return true;
 }
 
@@ -313,6 +341,16 @@ bool explodeBlock(db::Database& database, std::string_view name, const Affine3& 
     std::string_view type = record->type();
     // Attributes of nested references and polyline parts follow their owner.
     if (type == "ATTRIB" || type == "SEQEND" || type == "VERTEX") continue;
+    // A nested reference broken up shows its constant definitions as texts; the others
+    // stand for its attributes, which come out as texts below.
+    if (depth > 0 && type == "ATTDEF") {
+      std::vector<db::OwnedGroup> groups = pieceGroups(*record);
+      if (!isConstantDefinition(groups)) continue;
+      QxDbEntity* text = textPiece(std::move(groups), map);
+      if (!text) return fail();
+      made.push_back(text);
+      continue;
+    }
     if (type == "POLYLINE") {
       QxDbEntity* copy = explodedOldPolyline(records, index, map);
       if (!copy) return fail();
@@ -338,11 +376,25 @@ bool explodeBlock(db::Database& database, std::string_view name, const Affine3& 
       if (type == "INSERT" && !attachAttributes(records, index, map, *entity)) return fail();
       continue;
     }
-    // A nested reference the map would skew: carry its block's entities instead.
+    // A nested reference the map would skew: carry its block's entities instead. So too
+    // for what can't keep its kind under a map that stretches unevenly (a dimension of a
+    // circle, a multiline): it comes out as the shapes it shows, rather than the whole
+    // block failing to explode.
     std::optional<BlockPicture> picture = pictureOf(database, *record);
-    if (type != "INSERT" || !picture) return fail();
+    if (moved.cannotScaleNonUniformly && !picture) {
+      if (!explodeThroughClass(database, *record, map, made)) return fail();
+      continue;
+    }
+    if ((type != "INSERT" && !moved.cannotScaleNonUniformly) || !picture) return fail();
     for (const Affine3& placement : picture->placements) {
       if (!explodeBlock(database, picture->block, map * placement, made, depth + 1)) return fail();
+    }
+    // Its attributes would be lost with it: they come out as the texts they show.
+    for (size_t i = index + 1; i < records.size() && records[i]->type() == "ATTRIB"; ++i) {
+      if (records[i]->isErased()) continue;
+      QxDbEntity* text = textPiece(pieceGroups(*records[i]), map);
+      if (!text) return fail();
+      made.push_back(text);
     }
   }
   pieces.insert(pieces.end(), made.begin(), made.end());

@@ -8,6 +8,7 @@
 #include "block_pictures.h"
 #include "entity_members.h"
 #include "entity_transform.h"
+#include "picture_copy.h"
 #include "planar_box.h"
 
 namespace korva::api {
@@ -21,7 +22,7 @@ Qxad::ErrorStatus transformRecordOf(QxDbObject& object, const geom::Affine3& map
   TransformedEntity moved;
   if (!transformEntity(record.type(), record.ownedGroups(), map, moved) ||
       moved.type != record.type()) {
-    return Qxad::eNotApplicable;
+    return moved.cannotScaleNonUniformly ? Qxad::eCannotScaleNonUniformly : Qxad::eNotApplicable;
   }
   record.assign(std::move(moved.groups));
   members::changed(&object);
@@ -37,9 +38,14 @@ Qxad::ErrorStatus transformWithPicture(QxDbEntity& entity, const geom::Affine3& 
   std::optional<BlockPicture> after = pictureOf(*database, recordOf(entity));
   if (!before || !after || before->placements.size() != 1 || after->placements.size() != 1)
     return Qxad::eOk;
-  // The block's entities go where the map takes them, seen from the new placement.
+  // The block's entities go where the map takes them, seen from the new placement. A map
+  // that distorts may need other kinds of records than the block holds: a moved copy.
   geom::Affine3 contents = after->placements[0].inverse() * map * before->placements[0];
-  if (!transformBlockContents(*database, before->block, contents)) {
+  double scale = 1;
+  bool moved = geom::isSimilarity(map, scale)
+                   ? transformBlockContents(*database, before->block, contents)
+                   : moveToPictureCopy(*database, recordOf(entity), before->block, contents);
+  if (!moved) {
     recordOf(entity).assign(std::move(kept));
     return Qxad::eNotApplicable;
   }

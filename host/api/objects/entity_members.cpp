@@ -1,6 +1,7 @@
 #include "entity_members.h"
 
 #include "db/handle.h"
+#include "db/value_text.h"
 #include "qx_ge.h"
 #include "qx_memory.h"
 
@@ -26,26 +27,87 @@ std::string_view part(const QxDbObject* object, std::string_view subclass) {
   return partIn(record(object), subclass);
 }
 
+namespace {
+
+// The n-th group with the code in the subclass's part, read in one pass: getters run
+// for every entity of large drawings. A record without any marker has one part.
+std::optional<std::string_view> textIn(const db::Record& r, int code, std::string_view subclass,
+                                       int occurrence) {
+  bool inPart = subclass.empty();
+  bool sawMarker = false;
+  int remaining = occurrence;
+  std::optional<std::string_view> found;
+  r.forEachGroup([&](const db::Group& group) {
+    if (group.code == 1001) return false;
+    if (group.code == 100) {
+      sawMarker = true;
+      if (!subclass.empty()) inPart = group.value == subclass;
+      return true;
+    }
+    if (inPart && group.code == code && remaining-- == 0) {
+      found = group.value;
+      return false;
+    }
+    return true;
+  });
+  if (!found && !sawMarker && !subclass.empty()) return textIn(r, code, {}, occurrence);
+  return found;
+}
+
+// X at the code's n-th group, Y and Z right behind it; the same one pass.
+bool pointIn(const db::Record& r, int code, std::string_view subclass, int occurrence,
+             double p[3]) {
+  bool inPart = subclass.empty();
+  bool sawMarker = false;
+  int remaining = occurrence;
+  int axis = 0;  // the next axis to read once X is found
+  p[0] = p[1] = p[2] = 0;
+  r.forEachGroup([&](const db::Group& group) {
+    if (axis > 0) {
+      if (axis == 3 || group.code != code + 10 * axis) return false;
+      p[axis++] = db::parseReal(group.value).value_or(0);
+      return true;
+    }
+    if (group.code == 1001) return false;
+    if (group.code == 100) {
+      sawMarker = true;
+      if (!subclass.empty()) inPart = group.value == subclass;
+      return true;
+    }
+    if (inPart && group.code == code && remaining-- == 0) {
+      p[0] = db::parseReal(group.value).value_or(0);
+      axis = 1;
+    }
+    return true;
+  });
+  if (axis == 0 && !sawMarker && !subclass.empty()) return pointIn(r, code, {}, occurrence, p);
+  return axis > 0;
+}
+
+}  // namespace
+
 Vec3 point(const QxDbObject* object, int code, std::string_view subclass, Vec3 fallback,
            int occurrence) {
   double p[3];
-  if (!groupPoint(record(object), code, p, part(object, subclass), occurrence)) return fallback;
+  if (!pointIn(record(object), code, subclass, occurrence, p)) return fallback;
   return {p[0], p[1], p[2]};
 }
 
 double real(const QxDbObject* object, int code, double fallback, std::string_view subclass,
             int occurrence) {
-  return groupReal(record(object), code, fallback, part(object, subclass), occurrence);
+  std::optional<std::string_view> value = textIn(record(object), code, subclass, occurrence);
+  return value ? db::parseReal(*value).value_or(fallback) : fallback;
 }
 
 long long integer(const QxDbObject* object, int code, long long fallback, std::string_view subclass,
                   int occurrence) {
-  return groupInteger(record(object), code, fallback, part(object, subclass), occurrence);
+  std::optional<std::string_view> value = textIn(record(object), code, subclass, occurrence);
+  return value ? db::parseInteger(*value).value_or(fallback) : fallback;
 }
 
 std::optional<std::string_view> text(const QxDbObject* object, int code, std::string_view subclass,
                                      int occurrence) {
-  return groupText(record(object), code, part(object, subclass), occurrence);
+  return textIn(record(object), code, subclass, occurrence);
 }
 
 std::wstring wide(const QxDbObject* object, std::string_view drawingText) {
@@ -76,6 +138,7 @@ namespace {
 template <typename Write>
 Qxad::ErrorStatus writeWith(QxDbObject* object, Write write) {
   if (Qxad::ErrorStatus status = object->assertWriteEnabled(); status != Qxad::eOk) return status;
+  if (isScratchRecord(record(object))) return Qxad::eOk;  // a default the record replaces
   write(record(object));
   changed(object);
   return Qxad::eOk;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "conjugate_ellipse.h"
 #include "db/value_text.h"
 #include "entity_transform_kinds.h"
 #include "group_transform.h"
@@ -59,16 +60,9 @@ Groups replaceConicPart(const Groups& groups, Groups part) {
 // An ellipse from center and conjugate semi-diameters a, b (point(t) = c + a cos t + b sin t).
 void writeEllipse(TransformedEntity& result, Groups& groups, Vec3 center, Vec3 a, Vec3 b,
                   double start, double end) {
-  double denominator = geom::dot(a, a) - geom::dot(b, b);
-  double t0 = 0.5 * std::atan2(2 * geom::dot(a, b), denominator);
-  Vec3 major = a * std::cos(t0) + b * std::sin(t0);
-  Vec3 minor = a * -std::sin(t0) + b * std::cos(t0);
-  if (geom::length(minor) > geom::length(major)) {
-    t0 += std::numbers::pi / 2;
-    Vec3 swapped = minor;
-    minor = major * -1;
-    major = swapped;
-  }
+  PrincipalAxes axes = principalAxes(a, b);
+  Vec3 major = axes.major, minor = axes.minor;
+  double t0 = axes.shift;
   Vec3 normal = geom::normalized(geom::cross(major, minor));
   Groups part;
   if (hasSubclassMarkers(groups)) part.push_back({100, "AcDbEllipse"});
@@ -246,11 +240,15 @@ bool insert(Groups& groups, const Affine3& map) {
   putReal(groups, 42, lengths[1] * ySign, 41);
   putReal(groups, 43, lengths[2] * (scale.z < 0 ? -1 : 1), 42);
   putReal(groups, 50, normalizedAngle(newRotation) / kDegree, 43);
-  double similar = 0;
-  if (geom::isSimilarity(map, similar)) {
-    for (int code : {44, 45}) {
-      if (find(groups, code)) putReal(groups, code, real(groups, code, 0) * similar);
-    }
+  // A grid's spacings run along the reference's turned, unscaled axes: measured again
+  // along the new ones, which a mirror may turn against them.
+  Affine3 to = geom::objectToWorld(newNormal);
+  for (int code : {44, 45}) {
+    if (!find(groups, code)) continue;
+    double quarter = code == 45 ? std::numbers::pi / 2 : 0;
+    Vec3 step = map.vector(from.vector(rotatedX(rotation + quarter)));
+    Vec3 along = to.vector(rotatedX(newRotation + quarter));
+    putReal(groups, code, real(groups, code, 0) * geom::dot(step, along));
   }
   setExtrusion(groups, newNormal);
   return true;
@@ -263,6 +261,7 @@ bool transformEntity(std::string_view type, std::vector<db::OwnedGroup> groups, 
   double scale = 1;
   bool similar = geom::isSimilarity(map, scale);
   result.type = std::string(type);
+  result.cannotScaleNonUniformly = false;
   if (type == "CIRCLE" || type == "ARC") return circle(type, groups, map, result);
   if (type == "ELLIPSE") return ellipse(groups, map, result);
   if (type == "LINE" || type == "POINT") {
@@ -302,7 +301,7 @@ bool transformEntity(std::string_view type, std::vector<db::OwnedGroup> groups, 
         writePoint(groups, code, geom::normalized(map.vector(tangent)));
     }
     if (find(groups, 210)) writePoint(groups, 210, map.normal(extrusion(groups)));
-  } else if (!transformAnnotation(type, groups, map)) {
+  } else if (!transformAnnotation(type, groups, map, result.cannotScaleNonUniformly)) {
     return false;
   }
   result.groups = std::move(groups);

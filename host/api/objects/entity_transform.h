@@ -15,12 +15,16 @@ namespace korva::api {
 struct TransformedEntity {
   std::string type;  // may change: CIRCLE and ARC become ELLIPSE
   std::vector<db::OwnedGroup> groups;
+  // Set with a refusal that comes from the map alone: a radius, diameter or arc
+  // dimension whose circle would stop being round, a multiline whose elements can't
+  // keep one offset each.
+  bool cannotScaleNonUniformly = false;
 };
 
 // False for kinds this cannot carry through the map: OLE frames, old-style
 // polylines (their vertices are records of their own), bodies of the solid modeler;
-// under maps that don't keep shapes similar also hatches, dimensions, multilines,
-// tables, viewports, tolerance frames and leaders, splines, and polyline arcs.
+// under maps that don't keep shapes similar also tables, viewports, tolerance frames
+// and leaders, splines, polyline arcs, and the dimensions and multilines above.
 bool transformEntity(std::string_view type, std::vector<db::OwnedGroup> groups,
                      const geom::Affine3& map, TransformedEntity& result);
 

@@ -1,5 +1,4 @@
 #include <cmath>
-#include <numbers>
 
 #include "db/value_text.h"
 #include "entity_transform_kinds.h"
@@ -10,52 +9,8 @@ namespace {
 
 using namespace transform;
 
-constexpr double kDegree = std::numbers::pi / 180;
-
 bool similarityScale(const Affine3& map, double& scale) {
   return geom::isSimilarity(map, scale);
-}
-
-// An angle (degrees) of a direction in the old plane, as the new plane sees it.
-double turnedDegrees(const Affine3& map, const PlaneMove& move, double degrees) {
-  Vec3 direction = move.vector(map, rotatedX(degrees * kDegree));
-  return normalizedAngle(std::atan2(direction.y, direction.x)) / kDegree;
-}
-
-void turnAngle(Groups& groups, const Affine3& map, const PlaneMove& move, int code) {
-  if (db::OwnedGroup* angle = find(groups, code))
-    angle->value = db::formatReal(turnedDegrees(map, move, number(*angle)));
-}
-
-bool dimension(std::string_view type, Groups& groups, const Affine3& map) {
-  double scale = 1;
-  if (!similarityScale(map, scale)) return false;
-  Vec3 normal = extrusion(groups);
-  PlaneMove move(map, normal);
-  long long kind =
-      db::parseInteger(find(groups, 70) ? find(groups, 70)->value : "0").value_or(0) & 7;
-  bool arcDimension = type == "ARC_DIMENSION";
-  for (int code : {10, 13, 14, 15}) moveWorldPoints(groups, map, code);
-  // Text position, clone insertion point and the arc point of two-line angles lie in
-  // the object system; an arc dimension's leader points in the world.
-  for (int code : {11, 12}) movePlanePoints(groups, map, move, code);
-  for (int code : {16, 17}) {
-    if (arcDimension) {
-      moveWorldPoints(groups, map, code);
-    } else if (code == 16) {
-      movePlanePoints(groups, map, move, code);
-    }
-  }
-  turnAngle(groups, map, move, 50);
-  // The horizontal direction is stored negated.
-  if (db::OwnedGroup* horizontal = find(groups, 51))
-    horizontal->value = db::formatReal(-turnedDegrees(map, move, -number(*horizontal)));
-  // Text rotation (53) is measured from the dimension line and turns with it.
-  bool angular = !arcDimension && type != "LARGE_RADIAL_DIMENSION" && (kind == 2 || kind == 5);
-  if (!angular) scaleReals(groups, {42}, scale);
-  if (type == "DIMENSION" && (kind == 3 || kind == 4)) scaleReals(groups, {40}, scale);
-  setExtrusion(groups, move.newNormal);
-  return true;
 }
 
 // Images and wipeouts: the frame's corner and its pixel vectors; the clip boundary
@@ -66,26 +21,6 @@ bool image(Groups& groups, const Affine3& map) {
     Vec3 vector;
     if (readPoint(groups, code, vector)) writePoint(groups, code, map.vector(vector));
   }
-  return true;
-}
-
-// Every vertex's position, direction and miter, and the element parameters measured
-// along the miters.
-bool multiline(Groups& groups, const Affine3& map) {
-  double scale = 1;
-  if (!similarityScale(map, scale)) return false;
-  Vec3 normal = extrusion(groups);
-  for (int code : {10, 11}) moveWorldPoints(groups, map, code);
-  for (int code : {12, 13}) {
-    int count = countOf(groups, code);
-    for (int k = 0; k < count; ++k) {
-      Vec3 direction;
-      readPoint(groups, code, direction, k);
-      writePoint(groups, code, geom::normalized(map.vector(direction)), k);
-    }
-  }
-  scaleReals(groups, {40, 41, 42}, scale);
-  setExtrusion(groups, map.normal(normal));
   return true;
 }
 
@@ -153,12 +88,13 @@ bool leader(Groups& groups, const Affine3& map) {
 
 }  // namespace
 
-bool transformAnnotation(std::string_view type, Groups& groups, const Affine3& map) {
+bool transformAnnotation(std::string_view type, Groups& groups, const Affine3& map,
+                         bool& cannotScaleNonUniformly) {
   if (type == "DIMENSION" || type == "ARC_DIMENSION" || type == "LARGE_RADIAL_DIMENSION")
-    return dimension(type, groups, map);
+    return transformDimensionGroups(type, groups, map, cannotScaleNonUniformly);
   if (type == "HATCH") return transformHatchGroups(groups, map);
   if (type == "IMAGE" || type == "WIPEOUT") return image(groups, map);
-  if (type == "MLINE") return multiline(groups, map);
+  if (type == "MLINE") return transformMultilineGroups(groups, map, cannotScaleNonUniformly);
   if (type == "ACAD_TABLE") return table(groups, map);
   if (type == "VIEWPORT") return viewport(groups, map);
   if (type == "TOLERANCE") return tolerance(groups, map);

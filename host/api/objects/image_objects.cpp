@@ -1,10 +1,15 @@
 // QxDbRasterImage and QxDbWipeout over IMAGE and WIPEOUT records, which share their
 // groups: origin (10), the vectors of one pixel (11, 12), the size in pixels (13), the
 // display options (70), the clip state (280) and the clip boundary (71, 91, 14...).
-// QxDbOle2Frame over OLE2FRAME: its upper left (10) and lower right (11) corners.
+// QxDbOle2Frame over OLE2FRAME: its upper left (10) and lower right (11) corners, and
+// a link's source from its data (310).
 #include <algorithm>
+#include <cwchar>
+#include <optional>
+#include <string>
 
 #include "entity_members.h"
+#include "ole_link.h"
 #include "planar_box.h"
 #include "qx_db_image.h"
 #include "repeated_groups.h"
@@ -267,6 +272,51 @@ void QxDbOle2Frame::getLocation(QxGePoint3d corners[4]) const {
   corners[1] = QxGePoint3d(lowerRight.x, upperLeft.y, upperLeft.z);
   corners[2] = m::toPoint(lowerRight);
   corners[3] = QxGePoint3d(upperLeft.x, lowerRight.y, lowerRight.z);
+}
+
+namespace {
+
+int hexDigit(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  return -1;
+}
+
+// The source of a linked frame, read from its data chunks joined.
+std::optional<korva::api::OleLinkSource> linkSourceOf(const QxDbOle2Frame* frame) {
+  if (frame->getType() != QxDbOle2Frame::kLink) return std::nullopt;
+  std::string data;
+  for (const korva::db::Group& group : m::record(frame).groups()) {
+    if (group.code != 310) continue;
+    for (std::size_t i = 0; i + 1 < group.value.size(); i += 2) {
+      const int high = hexDigit(group.value[i]);
+      const int low = hexDigit(group.value[i + 1]);
+      if (high < 0 || low < 0) return std::nullopt;
+      data += static_cast<char>(high << 4 | low);
+    }
+  }
+  return korva::api::oleLinkSourceOf(data);
+}
+
+bool copyInto(const std::wstring& text, wchar_t* buffer, int size) {
+  if (!buffer || size <= 0) return false;
+  const std::size_t count = std::min(text.size(), static_cast<std::size_t>(size - 1));
+  std::wmemcpy(buffer, text.data(), count);
+  buffer[count] = L'\0';
+  return true;
+}
+
+}  // namespace
+
+bool QxDbOle2Frame::getLinkName(wchar_t* name, int size) const {
+  const auto source = linkSourceOf(this);
+  return source && copyInto(source->displayName, name, size);
+}
+
+bool QxDbOle2Frame::getLinkPath(wchar_t* path, int size) const {
+  const auto source = linkSourceOf(this);
+  return source && copyInto(source->path, path, size);
 }
 
 Qxad::ErrorStatus QxDbOle2Frame::getGeomExtents(QxDbExtents& extents) const {

@@ -41,7 +41,11 @@ QxDbPolyline::QxDbPolyline() : QxDbCurve("LWPOLYLINE") {
 QxDbPolyline::QxDbPolyline(unsigned int) : QxDbPolyline() {}
 
 unsigned int QxDbPolyline::numVerts() const {
-  return static_cast<unsigned int>(verticesOf(this).size());
+  return static_cast<unsigned int>(korva::api::countLwVertices(korva::api::recordOf(*this)));
+}
+
+bool QxDbPolyline::isClosed() const {
+  return (m::integer(this, 70, 0, kPolyline) & 1) != 0;
 }
 
 Qxad::ErrorStatus QxDbPolyline::addVertexAt(unsigned int index, const QxGePoint2d& point,
@@ -69,9 +73,11 @@ Qxad::ErrorStatus QxDbPolyline::removeVertexAt(unsigned int index) {
 }
 
 Qxad::ErrorStatus QxDbPolyline::getPointAt(unsigned int index, QxGePoint2d& point) const {
-  std::vector<LwVertex> vertices = verticesOf(this);
-  if (index >= vertices.size()) return Qxad::eInvalidIndex;
-  point = {vertices[index].point.x, vertices[index].point.y};
+  LwVertex vertex;
+  if (!korva::api::readLwVertex(korva::api::recordOf(*this), index, vertex)) {
+    return Qxad::eInvalidIndex;
+  }
+  point = {vertex.point.x, vertex.point.y};
   return Qxad::eOk;
 }
 
@@ -91,9 +97,11 @@ Qxad::ErrorStatus QxDbPolyline::setPointAt(unsigned int index, const QxGePoint2d
 }
 
 Qxad::ErrorStatus QxDbPolyline::getBulgeAt(unsigned int index, double& bulge) const {
-  std::vector<LwVertex> vertices = verticesOf(this);
-  if (index >= vertices.size()) return Qxad::eInvalidIndex;
-  bulge = vertices[index].bulge;
+  LwVertex vertex;
+  if (!korva::api::readLwVertex(korva::api::recordOf(*this), index, vertex)) {
+    return Qxad::eInvalidIndex;
+  }
+  bulge = vertex.bulge;
   return Qxad::eOk;
 }
 
@@ -106,12 +114,14 @@ Qxad::ErrorStatus QxDbPolyline::setBulgeAt(unsigned int index, double bulge) {
 
 Qxad::ErrorStatus QxDbPolyline::getWidthsAt(unsigned int index, double& startWidth,
                                             double& endWidth) const {
-  std::vector<LwVertex> vertices = verticesOf(this);
-  if (index >= vertices.size()) return Qxad::eInvalidIndex;
+  LwVertex vertex;
+  if (!korva::api::readLwVertex(korva::api::recordOf(*this), index, vertex)) {
+    return Qxad::eInvalidIndex;
+  }
   // Without widths of its own a vertex has the constant width.
   double constant = m::real(this, 43, 0, kPolyline);
-  startWidth = vertices[index].hasWidths ? vertices[index].startWidth : constant;
-  endWidth = vertices[index].hasWidths ? vertices[index].endWidth : constant;
+  startWidth = vertex.hasWidths ? vertex.startWidth : constant;
+  endWidth = vertex.hasWidths ? vertex.endWidth : constant;
   return Qxad::eOk;
 }
 

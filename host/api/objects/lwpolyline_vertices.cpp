@@ -18,38 +18,72 @@ bool isVertexCode(int code) {
 
 }  // namespace
 
+// Reads one vertex's group into it; false for groups that aren't a vertex's.
+bool readVertexGroup(const db::Group& group, LwVertex& v) {
+  switch (group.code) {
+    case 20:
+      v.point.y = real(group.value);
+      return true;
+    case 40:
+      v.startWidth = real(group.value), v.hasWidths = true;
+      return true;
+    case 41:
+      v.endWidth = real(group.value), v.hasWidths = true;
+      return true;
+    case 42:
+      v.bulge = real(group.value);
+      return true;
+    case 91:
+      v.id = db::parseInteger(group.value).value_or(0);
+      return true;
+    default:
+      return false;
+  }
+}
+
 std::vector<LwVertex> readLwVertices(const db::Record& record) {
   std::vector<LwVertex> vertices;
-  for (const db::Group& group : record.groups()) {
-    if (group.code == 1001) break;
+  record.forEachGroup([&](const db::Group& group) {
+    if (group.code == 1001) return false;
     if (group.code == 10) {
       vertices.push_back({});
       vertices.back().point.x = real(group.value);
-      continue;
+    } else if (!vertices.empty()) {
+      readVertexGroup(group, vertices.back());
     }
-    if (vertices.empty()) continue;
-    LwVertex& v = vertices.back();
-    switch (group.code) {
-      case 20:
-        v.point.y = real(group.value);
-        break;
-      case 40:
-        v.startWidth = real(group.value), v.hasWidths = true;
-        break;
-      case 41:
-        v.endWidth = real(group.value), v.hasWidths = true;
-        break;
-      case 42:
-        v.bulge = real(group.value);
-        break;
-      case 91:
-        v.id = db::parseInteger(group.value).value_or(0);
-        break;
-      default:
-        break;
-    }
-  }
+    return true;
+  });
   return vertices;
+}
+
+bool readLwVertex(const db::Record& record, size_t index, LwVertex& vertex) {
+  size_t seen = 0;  // vertices started so far
+  bool found = false;
+  vertex = {};
+  record.forEachGroup([&](const db::Group& group) {
+    if (group.code == 1001) return false;
+    if (group.code == 10) {
+      if (found) return false;
+      if (seen++ == index) {
+        found = true;
+        vertex.point.x = real(group.value);
+      }
+    } else if (found) {
+      readVertexGroup(group, vertex);
+    }
+    return true;
+  });
+  return found;
+}
+
+size_t countLwVertices(const db::Record& record) {
+  size_t count = 0;
+  record.forEachGroup([&](const db::Group& group) {
+    if (group.code == 1001) return false;
+    count += group.code == 10;
+    return true;
+  });
+  return count;
 }
 
 void writeLwVertices(db::Record& record, const std::vector<LwVertex>& vertices) {

@@ -19,6 +19,10 @@ struct LwVertex {
 };
 
 std::vector<LwVertex> readLwVertices(const db::Record& record);
+// One vertex without reading the others' values, for getters called vertex by vertex;
+// false when there is no vertex at the index.
+bool readLwVertex(const db::Record& record, size_t index, LwVertex& vertex);
+size_t countLwVertices(const db::Record& record);
 // Replaces the vertex groups and the count (90); the other groups stay where they are.
 void writeLwVertices(db::Record& record, const std::vector<LwVertex>& vertices);
 

@@ -90,8 +90,31 @@ std::multimap<std::string, ObjectChooser, std::less<>>& choosers() {
   return table;
 }
 
+bool makingToOpen = false;
+
+// Makes objects whose records are set right after: constructors write into the scratch
+// record, and no undo journal sees those writes.
+class MakingToOpen {
+ public:
+  MakingToOpen() : saved_(Record::beforeChange) {
+    Record::beforeChange = nullptr;
+    makingToOpen = true;
+  }
+  ~MakingToOpen() {
+    makingToOpen = false;
+    Record::beforeChange = saved_;
+    if (scratchRecord().groupCount() != 0) scratchRecord() = Record();
+  }
+  MakingToOpen(const MakingToOpen&) = delete;
+  MakingToOpen& operator=(const MakingToOpen&) = delete;
+
+ private:
+  void (*saved_)(Record&);
+};
+
 // The class a record of this type opens as: a chooser's, the registered one, or null.
 QxDbObject* makeFor(const Record& record) {
+  MakingToOpen making;
   auto [first, last] = choosers().equal_range(record.type());
   for (auto each = first; each != last; ++each) {
     if (QxDbObject* made = each->second(record)) return made;
@@ -130,6 +153,15 @@ bool onLockedLayer(Database& database, const Record& record) {
 
 }  // namespace
 
+Record& scratchRecord() {
+  static Record record;
+  return record;
+}
+
+bool isScratchRecord(const Record& record) { return &record == &scratchRecord(); }
+
+bool makingObjectToOpen() { return makingToOpen; }
+
 void registerObjectClass(std::string_view dxfType, ObjectMaker make) {
   makers().emplace(std::string(dxfType), make);
 }
@@ -141,7 +173,10 @@ void registerObjectChooser(std::string_view dxfType, ObjectChooser choose) {
 QxDbObject* newObjectLike(std::string_view dxfType, std::vector<db::OwnedGroup> groups) {
   Record probe(dxfType, groups);
   QxDbObject* made = makeFor(probe);
-  if (!made) made = makers().at("*ENTITY")();
+  if (!made) {
+    MakingToOpen making;
+    made = makers().at("*ENTITY")();
+  }
   QxDbObjectState* state = QxDbObjectState::of(made);
   state->ownType = std::string(dxfType);
   state->ownRecord = std::make_unique<Record>(state->ownType, std::move(groups));
@@ -175,7 +210,11 @@ void bindNewObject(QxDbObject& object, Database& database, Record& record) {
 // general class.
 Qxad::ErrorStatus openObject(QxDbObject*& object, Database& database, Record& record, int mode) {
   QxDbObject* made = makeFor(record);
-  if (!made) made = makers().at(isEntityRecord(database, record) ? "*ENTITY" : "*OBJECT")();
+  if (!made) {
+    const char* general = isEntityRecord(database, record) ? "*ENTITY" : "*OBJECT";
+    MakingToOpen making;
+    made = makers().at(general)();
+  }
   QxDbObjectState* state = QxDbObjectState::of(made);
   state->ownRecord.reset();
   state->database = &database;
@@ -209,10 +248,14 @@ static korva::api::ObjectClassRegistration generalEntity("*ENTITY", [] {
 QxDbObject::QxDbObject() : QxDbObject("OBJECT") {}
 
 QxDbObject::QxDbObject(const char* dxfType) : state_(new QxDbObjectState) {
+  state_->mode = QxDb::kForWrite;
+  if (korva::api::makingObjectToOpen()) {
+    state_->record = &korva::api::scratchRecord();
+    return;
+  }
   state_->ownType = dxfType;
   state_->ownRecord = std::make_unique<Record>(state_->ownType, std::vector<korva::db::OwnedGroup>{});
   state_->record = state_->ownRecord.get();
-  state_->mode = QxDb::kForWrite;
 }
 
 QxDbObject::~QxDbObject() {

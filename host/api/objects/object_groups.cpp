@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "db/value_text.h"
+#include "object_state.h"
 
 namespace korva::api {
 
@@ -30,30 +31,31 @@ std::pair<size_t, size_t> partOf(const std::vector<db::OwnedGroup>& groups,
 
 void setGroups(db::Record& record, const std::vector<db::OwnedGroup>& values,
                std::string_view subclass) {
-  std::vector<db::OwnedGroup> groups = record.ownedGroups();
-  auto [first, end] = partOf(groups, subclass);
-  if (!subclass.empty() && first == end && (end == groups.size() || groups[end].code == 1001)) {
-    // The marker is missing: add it before the extended data.
-    bool hasMarker = std::any_of(groups.begin(), groups.end(), [&](const db::OwnedGroup& group) {
-      return group.code == 100 && group.value == subclass;
-    });
-    if (!hasMarker) {
-      groups.insert(groups.begin() + static_cast<long>(end), {100, std::string(subclass)});
-      first = end = end + 1;
+  if (isScratchRecord(record)) return;
+  record.edit([&](std::vector<db::OwnedGroup>& groups) {
+    auto [first, end] = partOf(groups, subclass);
+    if (!subclass.empty() && first == end && (end == groups.size() || groups[end].code == 1001)) {
+      // The marker is missing: add it before the extended data.
+      bool hasMarker = std::any_of(groups.begin(), groups.end(), [&](const db::OwnedGroup& group) {
+        return group.code == 100 && group.value == subclass;
+      });
+      if (!hasMarker) {
+        groups.insert(groups.begin() + static_cast<long>(end), {100, std::string(subclass)});
+        first = end = end + 1;
+      }
     }
-  }
-  for (const db::OwnedGroup& value : values) {
-    auto found = std::find_if(
-        groups.begin() + static_cast<long>(first), groups.begin() + static_cast<long>(end),
-        [&](const db::OwnedGroup& group) { return group.code == value.code; });
-    if (found != groups.begin() + static_cast<long>(end)) {
-      found->value = value.value;
-    } else {
-      groups.insert(groups.begin() + static_cast<long>(end), value);
-      ++end;
+    for (const db::OwnedGroup& value : values) {
+      auto found = std::find_if(
+          groups.begin() + static_cast<long>(first), groups.begin() + static_cast<long>(end),
+          [&](const db::OwnedGroup& group) { return group.code == value.code; });
+      if (found != groups.begin() + static_cast<long>(end)) {
+        found->value = value.value;
+      } else {
+        groups.insert(groups.begin() + static_cast<long>(end), value);
+        ++end;
+      }
     }
-  }
-  record.assign(std::move(groups));
+  });
 }
 
 }  // namespace
@@ -61,15 +63,20 @@ void setGroups(db::Record& record, const std::vector<db::OwnedGroup>& values,
 std::optional<std::string_view> groupText(const db::Record& record, int code,
                                           std::string_view subclass, int occurrence) {
   bool inPart = subclass.empty();
-  for (const db::Group& group : record.groups()) {
-    if (group.code == 1001) break;
+  std::optional<std::string_view> found;
+  record.forEachGroup([&](const db::Group& group) {
+    if (group.code == 1001) return false;
     if (group.code == 100 && !subclass.empty()) {
       inPart = group.value == subclass;
-      continue;
+      return true;
     }
-    if (inPart && group.code == code && occurrence-- == 0) return group.value;
-  }
-  return std::nullopt;
+    if (inPart && group.code == code && occurrence-- == 0) {
+      found = group.value;
+      return false;
+    }
+    return true;
+  });
+  return found;
 }
 
 double groupReal(const db::Record& record, int code, double fallback, std::string_view subclass,
@@ -88,41 +95,45 @@ bool groupPoint(const db::Record& record, int code, double point[3], std::string
                 int occurrence) {
   // Y and Z are the groups right behind the occurrence's X.
   bool inPart = subclass.empty();
-  std::vector<db::Group> groups = record.groupList();
-  for (size_t i = 0; i < groups.size(); ++i) {
-    const db::Group& group = groups[i];
-    if (group.code == 1001) break;
+  int axis = -1;  // the next axis to read once X is found
+  point[0] = point[1] = point[2] = 0;
+  record.forEachGroup([&](const db::Group& group) {
+    if (axis > 0) {
+      if (axis == 3 || group.code != code + 10 * axis) return false;
+      point[axis++] = db::parseReal(group.value).value_or(0);
+      return true;
+    }
+    if (group.code == 1001) return false;
     if (group.code == 100 && !subclass.empty()) {
       inPart = group.value == subclass;
-      continue;
+      return true;
     }
-    if (!inPart || group.code != code || occurrence-- != 0) continue;
+    if (!inPart || group.code != code || occurrence-- != 0) return true;
     point[0] = db::parseReal(group.value).value_or(0);
-    point[1] = point[2] = 0;
-    for (int axis = 1; axis < 3 && i + axis < groups.size(); ++axis) {
-      if (groups[i + axis].code != code + 10 * axis) break;
-      point[axis] = db::parseReal(groups[i + axis].value).value_or(0);
-    }
+    axis = 1;
     return true;
-  }
-  point[0] = point[1] = point[2] = 0;
-  return false;
+  });
+  return axis > 0;
 }
 
 void setGroupText(db::Record& record, int code, std::string_view text, std::string_view subclass) {
+  if (isScratchRecord(record)) return;
   setGroups(record, {{code, std::string(text)}}, subclass);
 }
 
 void setGroupReal(db::Record& record, int code, double value, std::string_view subclass) {
+  if (isScratchRecord(record)) return;
   setGroups(record, {{code, db::formatReal(value)}}, subclass);
 }
 
 void setGroupInteger(db::Record& record, int code, long long value, std::string_view subclass) {
+  if (isScratchRecord(record)) return;
   setGroups(record, {{code, std::to_string(value)}}, subclass);
 }
 
 void setGroupPoint(db::Record& record, int code, const double point[3], std::string_view subclass,
                    bool withZ) {
+  if (isScratchRecord(record)) return;
   std::vector<db::OwnedGroup> values = {{code, db::formatReal(point[0])},
                                         {code + 10, db::formatReal(point[1])}};
   if (withZ) values.push_back({code + 20, db::formatReal(point[2])});
@@ -130,13 +141,14 @@ void setGroupPoint(db::Record& record, int code, const double point[3], std::str
 }
 
 void removeGroups(db::Record& record, int code, std::string_view subclass) {
-  std::vector<db::OwnedGroup> groups = record.ownedGroups();
-  auto [first, end] = partOf(groups, subclass);
-  groups.erase(std::remove_if(groups.begin() + static_cast<long>(first),
-                              groups.begin() + static_cast<long>(end),
-                              [code](const db::OwnedGroup& group) { return group.code == code; }),
-               groups.begin() + static_cast<long>(end));
-  record.assign(std::move(groups));
+  if (isScratchRecord(record)) return;
+  record.edit([&](std::vector<db::OwnedGroup>& groups) {
+    auto [first, end] = partOf(groups, subclass);
+    groups.erase(std::remove_if(groups.begin() + static_cast<long>(first),
+                                groups.begin() + static_cast<long>(end),
+                                [code](const db::OwnedGroup& group) { return group.code == code; }),
+                 groups.begin() + static_cast<long>(end));
+  });
 }
 
 }  // namespace korva::api

@@ -55,6 +55,13 @@ struct ObjectChooserRegistration {
 // type and groups (not its handle): what explode hands to its caller.
 QxDbObject* newObjectLike(std::string_view dxfType, std::vector<db::OwnedGroup> groups);
 
+// While an object is made to open over an existing record, its constructors write their
+// defaults into this throw-away record instead of a record of their own: opening costs
+// no group writes that the real record would replace anyway.
+db::Record& scratchRecord();
+bool isScratchRecord(const db::Record& record);
+bool makingObjectToOpen();
+
 // The object id of a record of a database.
 QxDbObjectId idOf(const db::Database& database, const db::Record& record);
 // The record an id names, and its database; null when there is none.

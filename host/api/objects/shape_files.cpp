@@ -75,8 +75,13 @@ int shapeNumberInSource(std::string_view source, std::string_view name) {
 }
 
 int shapeNumberOf(db::Database& database, std::string_view name) {
+  std::optional<ShapeSource> source = shapeSourceOf(database, name);
+  return source ? source->number : 0;
+}
+
+std::optional<ShapeSource> shapeSourceOf(db::Database& database, std::string_view name) {
   db::Table* styles = database.table("STYLE");
-  if (!styles) return 0;
+  if (!styles) return std::nullopt;
   for (db::Record* style : styles->entries) {
     if (style->isErased() || (groupInteger(*style, 70, 0) & 1) == 0) continue;
     std::string sourceName = sourceNameOf(groupText(*style, 3).value_or(""));
@@ -88,9 +93,11 @@ int shapeNumberOf(db::Database& database, std::string_view name) {
     std::ifstream in(*path, std::ios::binary);
     std::stringstream text;
     text << in.rdbuf();
-    if (int number = shapeNumberInSource(text.str(), name)) return number;
+    std::string source = text.str();
+    if (int number = shapeNumberInSource(source, name))
+      return ShapeSource{std::move(source), number};
   }
-  return 0;
+  return std::nullopt;
 }
 
 }  // namespace korva::api

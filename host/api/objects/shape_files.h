@@ -7,6 +7,8 @@
 // spells it and then in lower case.
 #pragma once
 
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "db/database.h"
@@ -21,5 +23,12 @@ int shapeNumberInSource(std::string_view source, std::string_view name);
 // The number of the named shape in the first shape file of the drawing's styles whose
 // source can be read and holds it; 0 otherwise.
 int shapeNumberOf(db::Database& database, std::string_view name);
+
+// The source that defines the named shape, as shapeNumberOf finds it, with the number.
+struct ShapeSource {
+  std::string text;
+  int number = 0;
+};
+std::optional<ShapeSource> shapeSourceOf(db::Database& database, std::string_view name);
 
 }  // namespace korva::api

@@ -1,12 +1,15 @@
 // QxDbShape over its SHAPE record: insertion point (10, in the object system of 210),
 // size (40), name (2), rotation (50) and oblique (51) in degrees, width factor (41),
 // thickness (39).
+#include <cmath>
 #include <numbers>
 
 #include "entity_members.h"
 #include "geom/affine.h"
+#include "planar_box.h"
 #include "qx_db_shape.h"
 #include "shape_files.h"
+#include "shape_strokes.h"
 
 namespace m = korva::api::members;
 
@@ -87,4 +90,38 @@ int QxDbShape::shapeNumber() const {
   korva::db::Database* database = korva::api::databaseOf(*this);
   std::optional<std::string_view> name = m::text(this, 2, kShape);
   return database && name ? korva::api::shapeNumberOf(*database, *name) : 0;
+}
+
+Qxad::ErrorStatus QxDbShape::getGeomExtents(QxDbExtents& extents) const {
+  korva::db::Database* database = korva::api::databaseOf(*this);
+  std::optional<std::string_view> name = m::text(this, 2, kShape);
+  std::optional<korva::api::ShapeSource> source =
+      database && name ? korva::api::shapeSourceOf(*database, *name) : std::nullopt;
+  if (!source) return Qxad::eNotApplicable;
+  // File units to the shape's plane: size over the font's height, width factor along X,
+  // the oblique angle slanting Y, then turned and placed.
+  double scale = size() / korva::api::shapeUnitsPerSize(source->text);
+  korva::geom::Affine3 slant;
+  slant.m[0][1] = std::tan(oblique());
+  korva::geom::Affine3 placement = toWorld(this) *
+                                   korva::geom::Affine3::translation(m::point(this, 10, kShape)) *
+                                   korva::geom::Affine3::rotationZ(rotation()) * slant *
+                                   korva::geom::Affine3::scaling(scale * widthFactor(), scale, 1);
+  korva::api::PlanarBox box(placement, 0);
+  std::vector<korva::api::ShapeStroke> strokes =
+      korva::api::shapeStrokes(source->text, source->number);
+  for (const korva::api::ShapeStroke& stroke : strokes) {
+    if (stroke.arc) {
+      box.ellipticArc(stroke.center, {stroke.radius, 0}, {0, stroke.radius}, stroke.from,
+                      stroke.to);
+    } else {
+      box.point(stroke.start);
+      box.point(stroke.end);
+    }
+  }
+  // A shape that draws nothing (a space) stands at its insertion point.
+  if (strokes.empty()) box.point({0, 0});
+  korva::geom::SpaceBox swept = box.box();
+  swept.sweep(korva::geom::normalized(m::normal(this, kShape)) * thickness());
+  return korva::api::extentsOfBox(swept, extents);
 }

@@ -1,5 +1,6 @@
 // Text styles, dimension styles, linetypes, registered applications and user coordinate
 // systems; and which table class a TABLE record opens as.
+#include "entity_members.h"
 #include "qx_db_blocks.h"
 #include "table_classes.h"
 
@@ -8,6 +9,7 @@ using korva::db::Record;
 namespace {
 
 constexpr std::string_view kStylePart = "AcDbTextStyleTableRecord";
+constexpr std::string_view kDimStylePart = "AcDbDimStyleTableRecord";
 constexpr std::string_view kLinetypePart = "AcDbLinetypeTableRecord";
 constexpr std::string_view kUcsPart = "AcDbUCSTableRecord";
 
@@ -102,6 +104,29 @@ KORVA_DEFINE_TABLE(QxDbDimStyleTable, QxDbSymbolTable, QxDbDimStyleTableRecord,
 
 QxDbDimStyleTableRecord::QxDbDimStyleTableRecord()
     : QxDbSymbolTableRecord("DIMSTYLE", "AcDbDimStyleTableRecord") {}
+
+double QxDbDimStyleTableRecord::dimscale() const {
+  return korva::api::members::real(this, 40, 1.0, kDimStylePart);
+}
+double QxDbDimStyleTableRecord::dimasz() const {
+  return korva::api::members::real(this, 41, 0.18, kDimStylePart);
+}
+double QxDbDimStyleTableRecord::dimexo() const {
+  return korva::api::members::real(this, 42, 0.0625, kDimStylePart);
+}
+double QxDbDimStyleTableRecord::dimexe() const {
+  return korva::api::members::real(this, 44, 0.18, kDimStylePart);
+}
+double QxDbDimStyleTableRecord::dimtxt() const {
+  return korva::api::members::real(this, 140, 0.18, kDimStylePart);
+}
+double QxDbDimStyleTableRecord::dimgap() const {
+  return korva::api::members::real(this, 147, 0.09, kDimStylePart);
+}
+Qxad::ErrorStatus QxDbDimStyleTableRecord::setDimscale(double scale) {
+  if (scale < 0) return Qxad::eOutOfRange;
+  return setReal(this, 40, scale, korva::api::members::part(this, kDimStylePart));
+}
 
 // ---- Linetypes
 
