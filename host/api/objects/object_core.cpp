@@ -345,6 +345,26 @@ std::size_t QxDbObject::reactorCount() const {
 
 // ---- Opening
 
+namespace {
+
+// The checks of opening, once the record and whether it is an entity are known: both
+// are looked up once per open, which large drawings do hundreds of thousands of times.
+Qxad::ErrorStatus openRecord(QxDbObject*& object, Database& database, Record& record, bool entity,
+                             int mode, bool openErased) {
+  if (record.isErased() && !openErased) return Qxad::eWasErased;
+  auto found = korva::api::openRecords().find(&record);
+  if (found != korva::api::openRecords().end()) {
+    if (found->second.writers > 0) return Qxad::eWasOpenForWrite;
+    if (mode == QxDb::kForWrite && found->second.readers > 0) return Qxad::eWasOpenForRead;
+  }
+  if (mode == QxDb::kForWrite && entity && korva::api::onLockedLayer(database, record)) {
+    return Qxad::eOnLockedLayer;
+  }
+  return korva::api::openObject(object, database, record, mode);
+}
+
+}  // namespace
+
 Qxad::ErrorStatus qxdbOpenQxDbObject(QxDbObject*& object, QxDbObjectId id, int mode,
                                      bool openErased) {
   object = nullptr;
@@ -352,27 +372,20 @@ Qxad::ErrorStatus qxdbOpenQxDbObject(QxDbObject*& object, QxDbObjectId id, int m
   Database* database = nullptr;
   Record* record = korva::api::recordOf(id, &database);
   if (!record) return Qxad::eInvalidInput;
-  if (record->isErased() && !openErased) return Qxad::eWasErased;
-  auto found = korva::api::openRecords().find(record);
-  if (found != korva::api::openRecords().end()) {
-    if (found->second.writers > 0) return Qxad::eWasOpenForWrite;
-    if (mode == QxDb::kForWrite && found->second.readers > 0) return Qxad::eWasOpenForRead;
-  }
-  if (mode == QxDb::kForWrite && korva::api::isEntity(*database, *record) &&
-      korva::api::onLockedLayer(*database, *record)) {
-    return Qxad::eOnLockedLayer;
-  }
-  return korva::api::openObject(object, *database, *record, mode);
+  const bool entity = mode == QxDb::kForWrite && korva::api::isEntity(*database, *record);
+  return openRecord(object, *database, *record, entity, mode, openErased);
 }
 
 Qxad::ErrorStatus qxdbOpenQxDbEntity(QxDbEntity*& entity, QxDbObjectId id, int mode,
                                      bool openErased) {
   entity = nullptr;
+  if (id.isNull()) return Qxad::eNullObjectId;
   Database* database = nullptr;
   Record* record = korva::api::recordOf(id, &database);
-  if (record && !korva::api::isEntity(*database, *record)) return Qxad::eWrongObjectType;
+  if (!record) return Qxad::eInvalidInput;
+  if (!korva::api::isEntity(*database, *record)) return Qxad::eWrongObjectType;
   QxDbObject* object = nullptr;
-  Qxad::ErrorStatus status = qxdbOpenQxDbObject(object, id, mode, openErased);
+  Qxad::ErrorStatus status = openRecord(object, *database, *record, true, mode, openErased);
   if (status != Qxad::eOk) return status;
   entity = QxDbEntity::cast(object);
   if (!entity) {
