@@ -22,6 +22,7 @@ void InputTest::SetUp() {
 void InputTest::TearDown() {
   input::Console& console = input::Console::instance();
   while (console.hasInput()) console.popSource();
+  console.finish();  // a line left open would start the next test's transcript
   console.setOutput(&std::cout);
   api::DocumentList::instance().close(document_);
   document_ = nullptr;
