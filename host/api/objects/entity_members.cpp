@@ -27,87 +27,30 @@ std::string_view part(const QxDbObject* object, std::string_view subclass) {
   return partIn(record(object), subclass);
 }
 
-namespace {
-
-// The n-th group with the code in the subclass's part, read in one pass: getters run
-// for every entity of large drawings. A record without any marker has one part.
-std::optional<std::string_view> textIn(const db::Record& r, int code, std::string_view subclass,
-                                       int occurrence) {
-  bool inPart = subclass.empty();
-  bool sawMarker = false;
-  int remaining = occurrence;
-  std::optional<std::string_view> found;
-  r.forEachGroup([&](const db::Group& group) {
-    if (group.code == 1001) return false;
-    if (group.code == 100) {
-      sawMarker = true;
-      if (!subclass.empty()) inPart = group.value == subclass;
-      return true;
-    }
-    if (inPart && group.code == code && remaining-- == 0) {
-      found = group.value;
-      return false;
-    }
-    return true;
-  });
-  if (!found && !sawMarker && !subclass.empty()) return textIn(r, code, {}, occurrence);
-  return found;
-}
-
-// X at the code's n-th group, Y and Z right behind it; the same one pass.
-bool pointIn(const db::Record& r, int code, std::string_view subclass, int occurrence,
-             double p[3]) {
-  bool inPart = subclass.empty();
-  bool sawMarker = false;
-  int remaining = occurrence;
-  int axis = 0;  // the next axis to read once X is found
-  p[0] = p[1] = p[2] = 0;
-  r.forEachGroup([&](const db::Group& group) {
-    if (axis > 0) {
-      if (axis == 3 || group.code != code + 10 * axis) return false;
-      p[axis++] = db::parseReal(group.value).value_or(0);
-      return true;
-    }
-    if (group.code == 1001) return false;
-    if (group.code == 100) {
-      sawMarker = true;
-      if (!subclass.empty()) inPart = group.value == subclass;
-      return true;
-    }
-    if (inPart && group.code == code && remaining-- == 0) {
-      p[0] = db::parseReal(group.value).value_or(0);
-      axis = 1;
-    }
-    return true;
-  });
-  if (axis == 0 && !sawMarker && !subclass.empty()) return pointIn(r, code, {}, occurrence, p);
-  return axis > 0;
-}
-
-}  // namespace
-
 Vec3 point(const QxDbObject* object, int code, std::string_view subclass, Vec3 fallback,
            int occurrence) {
   double p[3];
-  if (!pointIn(record(object), code, subclass, occurrence, p)) return fallback;
+  if (!groupPoint(record(object), code, p, subclass, occurrence, true)) return fallback;
   return {p[0], p[1], p[2]};
 }
 
 double real(const QxDbObject* object, int code, double fallback, std::string_view subclass,
             int occurrence) {
-  std::optional<std::string_view> value = textIn(record(object), code, subclass, occurrence);
+  std::optional<std::string_view> value =
+      groupText(record(object), code, subclass, occurrence, true);
   return value ? db::parseReal(*value).value_or(fallback) : fallback;
 }
 
 long long integer(const QxDbObject* object, int code, long long fallback, std::string_view subclass,
                   int occurrence) {
-  std::optional<std::string_view> value = textIn(record(object), code, subclass, occurrence);
+  std::optional<std::string_view> value =
+      groupText(record(object), code, subclass, occurrence, true);
   return value ? db::parseInteger(*value).value_or(fallback) : fallback;
 }
 
 std::optional<std::string_view> text(const QxDbObject* object, int code, std::string_view subclass,
                                      int occurrence) {
-  return textIn(record(object), code, subclass, occurrence);
+  return groupText(record(object), code, subclass, occurrence, true);
 }
 
 std::wstring wide(const QxDbObject* object, std::string_view drawingText) {

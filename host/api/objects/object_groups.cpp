@@ -60,23 +60,49 @@ void setGroups(db::Record& record, const std::vector<db::OwnedGroup>& values,
 
 }  // namespace
 
-std::optional<std::string_view> groupText(const db::Record& record, int code,
-                                          std::string_view subclass, int occurrence) {
+namespace {
+
+// Finds the occurrence of the code in the subclass's part, in one pass, and hands it and
+// the groups behind it to take(group, isMatch) until take returns false.
+template <class Take>
+bool findInPart(const db::Record& record, int code, std::string_view subclass, int occurrence,
+                bool unmarkedIsOnePart, Take take) {
   bool inPart = subclass.empty();
-  std::optional<std::string_view> found;
+  bool sawMarker = false;
+  bool found = false;
+  int remaining = occurrence;
   record.forEachGroup([&](const db::Group& group) {
+    if (found) return take(group, false);
     if (group.code == 1001) return false;
     if (group.code == 100 && !subclass.empty()) {
+      sawMarker = true;
       inPart = group.value == subclass;
       return true;
     }
-    if (inPart && group.code == code && occurrence-- == 0) {
-      found = group.value;
-      return false;
+    if (inPart && group.code == code && remaining-- == 0) {
+      found = true;
+      return take(group, true);
     }
     return true;
   });
+  if (!found && unmarkedIsOnePart && !sawMarker && !subclass.empty()) {
+    return findInPart(record, code, {}, occurrence, false, take);
+  }
   return found;
+}
+
+}  // namespace
+
+std::optional<std::string_view> groupText(const db::Record& record, int code,
+                                          std::string_view subclass, int occurrence,
+                                          bool unmarkedIsOnePart) {
+  std::optional<std::string_view> value;
+  findInPart(record, code, subclass, occurrence, unmarkedIsOnePart,
+             [&](const db::Group& group, bool) {
+               value = group.value;
+               return false;
+             });
+  return value;
 }
 
 double groupReal(const db::Record& record, int code, double fallback, std::string_view subclass,
@@ -92,28 +118,16 @@ long long groupInteger(const db::Record& record, int code, long long fallback,
 }
 
 bool groupPoint(const db::Record& record, int code, double point[3], std::string_view subclass,
-                int occurrence) {
+                int occurrence, bool unmarkedIsOnePart) {
   // Y and Z are the groups right behind the occurrence's X.
-  bool inPart = subclass.empty();
-  int axis = -1;  // the next axis to read once X is found
+  int axis = 0;
   point[0] = point[1] = point[2] = 0;
-  record.forEachGroup([&](const db::Group& group) {
-    if (axis > 0) {
-      if (axis == 3 || group.code != code + 10 * axis) return false;
-      point[axis++] = db::parseReal(group.value).value_or(0);
-      return true;
-    }
-    if (group.code == 1001) return false;
-    if (group.code == 100 && !subclass.empty()) {
-      inPart = group.value == subclass;
-      return true;
-    }
-    if (!inPart || group.code != code || occurrence-- != 0) return true;
-    point[0] = db::parseReal(group.value).value_or(0);
-    axis = 1;
-    return true;
-  });
-  return axis > 0;
+  return findInPart(record, code, subclass, occurrence, unmarkedIsOnePart,
+                    [&](const db::Group& group, bool isMatch) {
+                      if (!isMatch && (axis == 3 || group.code != code + 10 * axis)) return false;
+                      point[axis++] = db::parseReal(group.value).value_or(0);
+                      return true;
+                    });
 }
 
 void setGroupText(db::Record& record, int code, std::string_view text, std::string_view subclass) {

@@ -11,15 +11,17 @@
 namespace korva::api {
 
 // The n-th (from 0) group with the code, after the subclass marker when one is named.
+// unmarkedIsOnePart: a record without any marker (written before R13) is one part.
 std::optional<std::string_view> groupText(const db::Record& record, int code,
-                                          std::string_view subclass = {}, int occurrence = 0);
+                                          std::string_view subclass = {}, int occurrence = 0,
+                                          bool unmarkedIsOnePart = false);
 double groupReal(const db::Record& record, int code, double fallback,
                  std::string_view subclass = {}, int occurrence = 0);
 long long groupInteger(const db::Record& record, int code, long long fallback,
                        std::string_view subclass = {}, int occurrence = 0);
 // X at code, Y at code + 10, Z at code + 20; missing coordinates are 0.
 bool groupPoint(const db::Record& record, int code, double point[3], std::string_view subclass = {},
-                int occurrence = 0);
+                int occurrence = 0, bool unmarkedIsOnePart = false);
 
 // Replaces the first such group (after the marker), or adds it at the end of the
 // marker's part of the record (before the next marker or the extended data).
