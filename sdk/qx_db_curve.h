@@ -39,8 +39,9 @@ class QxDbCurve : public QxDbEntity {
 
   // The box of the curve in world coordinates, thickness included.
   Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const override;
-  // Transforms the curve, writing its groups. Circles and arcs, whose groups can't
-  // hold an ellipse, refuse non-uniform scaling (eNotApplicable).
+  // Transforms the curve, writing its groups. Circles, arcs and bulged or wide
+  // polylines, whose groups can't hold an ellipse, refuse non-uniform scaling
+  // (eCannotScaleNonUniformly).
   Qxad::ErrorStatus transformBy(const QxGeMatrix3d& matrix) override;
   // Polylines into lines and arcs: new objects that the caller owns (and deletes or
   // adds to a database). Other curves give eNotApplicable.

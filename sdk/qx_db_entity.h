@@ -46,8 +46,8 @@ class QxDbEntity : public QxDbObject {
   // construction lines, bodies of the solid modeler) give eNotApplicable.
   virtual Qxad::ErrorStatus getGeomExtents(QxDbExtents& extents) const;
   // Carries the entity through an affine map, writing its groups. Kinds that can't
-  // follow the map (a non-uniform scale of a circle, any map of a modeler body) give
-  // eNotApplicable and stay as they were.
+  // follow the map give eCannotScaleNonUniformly (a non-uniform scale of a circle) or
+  // eNotApplicable (any map of a modeler body) and stay as they were.
   virtual Qxad::ErrorStatus transformBy(const QxGeMatrix3d& matrix);
   // Breaks the entity into simpler ones, new objects with its properties. Kinds that
   // don't break up give eNotApplicable and hand out nothing.

@@ -114,9 +114,12 @@ int qxdbEntDel(const EntityName name) {
   EntityPlace place = placeOf(database, *record);
   if (place.list) {
     std::vector<korva::db::Record*>& list = *place.list;
+    // Some writers give the parts the block as owner: the parts are those that follow, up
+    // to the SEQEND.
     for (size_t i = place.index + 1; i < list.size(); ++i) {
-      if (!isSubEntityType(list[i]->type()) || list[i]->owner() != record->handle()) break;
+      if (!isSubEntityType(list[i]->type())) break;
       database.setErased(*list[i], erase);
+      if (list[i]->type() == "SEQEND") break;
     }
   }
   return RTNORM;

@@ -14,6 +14,9 @@ void registerHostCommands() {
   registerUndoCommands();
   registerSelectCommands();
   registerModuleCommands();
+  registerEditCommands();
+  registerBlockCommands();
+  registerModifyCommands();
 }
 
 }  // namespace korva::cmd

@@ -11,5 +11,8 @@ void registerFileCommands();     // NEW, OPEN, SAVE, SAVEAS, QSAVE
 void registerUndoCommands();     // UNDO, U, and the undo journal's command listener
 void registerSelectCommands();   // SELECT
 void registerModuleCommands();   // APPLOAD, UNLOAD
+void registerEditCommands();     // PEDIT, EXPLODE, RECTANG
+void registerModifyCommands();   // OFFSET, TRIM, FILLET
+void registerBlockCommands();    // BLOCK, INSERT, -INSERT, -PURGE, PURGE, ORTHO, SNAP, GRID
 
 }  // namespace korva::cmd

@@ -135,6 +135,9 @@ void Processor::addHostCommand(const wchar_t* globalName, QxRxFunctionPtr handle
   definition.flags = flags;
   definition.handler = handler;
   definition.builtIn = true;
+  // A later registration replaces the earlier one, so a stand-in can take a host
+  // command's place.
+  state().table.remove(kHostGroup, globalName);
   state().table.add(std::move(definition));
 }
 

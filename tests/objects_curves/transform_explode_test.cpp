@@ -37,7 +37,8 @@ TEST_F(CurveDrawing, ArcMirroredKeepsItsPointsAndLength) {
   EXPECT_LT(newEnd.distanceTo(mirror * end), 1e-12);
   EXPECT_NEAR(number(record, 230), -1, 1e-15);
   // Scaling one axis can't keep an arc.
-  EXPECT_EQ(arc->transformBy(QxGeMatrix3d::scaling(QxGeScale3d(2, 1, 1))), Qxad::eNotApplicable);
+  EXPECT_EQ(arc->transformBy(QxGeMatrix3d::scaling(QxGeScale3d(2, 1, 1))),
+            Qxad::eCannotScaleNonUniformly);
   arc->close();
 }
 
@@ -123,7 +124,8 @@ TEST_F(CurveDrawing, OldPolylineTransformsWithItsVertices) {
   QxDb2dPolyline* pl = open<QxDb2dPolyline>(polyline, QxDb::kForWrite);
   ASSERT_TRUE(pl);
   double before = lengthOf(pl);
-  EXPECT_EQ(pl->transformBy(QxGeMatrix3d::scaling(QxGeScale3d(1, 2, 1))), Qxad::eNotApplicable);
+  EXPECT_EQ(pl->transformBy(QxGeMatrix3d::scaling(QxGeScale3d(1, 2, 1))),
+            Qxad::eCannotScaleNonUniformly);
   EXPECT_EQ(number(vertices[2], 20), 3);
   // p -> 2 R(90 degrees) p: (x, y, z) -> (-2y, 2x, 2z).
   QxGeMatrix3d map =

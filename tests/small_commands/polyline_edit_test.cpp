@@ -1,5 +1,5 @@
 // MPEDIT scripts the host's polyline editor with its Multiple option and leaves it
-// waiting for the user. korva has no PEDIT yet: a stand-in records what it is given.
+// waiting for the user. A stand-in in PEDIT's place records what it is given.
 #include <string>
 #include <vector>
 

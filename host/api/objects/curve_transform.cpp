@@ -150,7 +150,7 @@ Qxad::ErrorStatus transformOldPolyline(QxDbObject* polyline, const Affine3& map)
   std::vector<db::OwnedGroup> groups = record.ownedGroups();
   std::vector<std::vector<db::OwnedGroup>> vertices;
   for (const db::Record* vertex : vertexRecords) vertices.push_back(vertex->ownedGroups());
-  if (!transformOldPolylineGroups(groups, vertices, map)) return Qxad::eNotApplicable;
+  if (!transformOldPolylineGroups(groups, vertices, map)) return Qxad::eCannotScaleNonUniformly;
   record.assign(std::move(groups));
   for (size_t i = 0; i < vertexRecords.size(); ++i)
     vertexRecords[i]->assign(std::move(vertices[i]));
@@ -196,12 +196,12 @@ Qxad::ErrorStatus transformCurve(QxDbCurve& curve, const QxGeMatrix3d& matrix) {
     for (const LwVertex& v : readLwVertices(recordOf(curve))) {
       if (v.bulge != 0 || v.startWidth != 0 || v.endWidth != 0) straight = false;
     }
-    if (!uniform && !straight) return Qxad::eNotApplicable;
+    if (!uniform && !straight) return Qxad::eCannotScaleNonUniformly;
     return transformLwPolyline(&curve, map, scale);
   }
   // Any affine map takes an ellipse to an ellipse; circles and arcs would change class.
   if (type == "ELLIPSE" && !uniform) return transformRecordOf(curve, map);
-  if (!uniform) return Qxad::eNotApplicable;
+  if (!uniform) return Qxad::eCannotScaleNonUniformly;
   if (type == "CIRCLE") return transformCircular(&curve, map, scale, false);
   if (type == "ARC") return transformCircular(&curve, map, scale, true);
   if (type == "ELLIPSE") return transformEllipse(&curve, map);
