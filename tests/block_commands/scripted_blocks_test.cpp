@@ -27,23 +27,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class ScriptedBlocksTest : public DrawingTest {
+class ScriptedBlocksTest : public HostCommandTest {
  protected:
-  void SetUp() override {
-    DrawingTest::SetUp();
-    registerHostCommands();
-    input::Console::instance().setOutput(&transcript_);
-  }
-  void TearDown() override {
-    input::Console::instance().setOutput(&std::cout);
-    EXPECT_EQ(qxdbOpenObjectCount(), 0u);
-    DrawingTest::TearDown();
-  }
-
-  void line(double x1, double y1, double x2, double y2, EntityName name) {
-    const double from[3] = {x1, y1, 0}, to[3] = {x2, y2, 0};
-    make(qxutBuildList(RTDXF0, L"LINE", 10, from, 11, to, RTNONE), name);
-  }
   // A value of the entity's list; nan when it has no such group.
   static double real(const EntityName name, int code, int axis = 0) {
     ResultBuffer* list = qxdbEntGet(name);
@@ -101,8 +86,6 @@ class ScriptedBlocksTest : public DrawingTest {
   bool said(const std::string& text) const {
     return transcript_.str().find(text) != std::string::npos;
   }
-
-  std::ostringstream transcript_;
 };
 
 TEST_F(ScriptedBlocksTest, BlockTakesTheSelectionOutOfTheDrawing) {

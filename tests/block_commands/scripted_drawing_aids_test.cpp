@@ -12,18 +12,8 @@
 namespace korva::cmd {
 namespace {
 
-class DrawingAidsTest : public DrawingTest {
+class DrawingAidsTest : public HostCommandTest {
  protected:
-  void SetUp() override {
-    DrawingTest::SetUp();
-    registerHostCommands();
-    input::Console::instance().setOutput(&transcript_);
-  }
-  void TearDown() override {
-    input::Console::instance().setOutput(&std::cout);
-    EXPECT_EQ(Processor::instance().activeCommand(), nullptr);
-    DrawingTest::TearDown();
-  }
   static int shortValue(const wchar_t* name) {
     ResultBuffer value{};
     EXPECT_EQ(qxedGetVar(name, &value), RTNORM);
@@ -34,7 +24,6 @@ class DrawingAidsTest : public DrawingTest {
     EXPECT_EQ(qxedGetVar(name, &value), RTNORM);
     return {value.value.rpoint[0], value.value.rpoint[1]};
   }
-  std::ostringstream transcript_;
 };
 
 TEST_F(DrawingAidsTest, OrthoOnAndOff) {

@@ -17,18 +17,8 @@
 namespace korva::cmd::drawing {
 namespace {
 
-class ScriptedTokensTest : public DrawingTest {
+class ScriptedTokensTest : public HostCommandTest {
  protected:
-  void SetUp() override {
-    DrawingTest::SetUp();
-    registerHostCommands();
-    input::Console::instance().setOutput(&transcript_);
-  }
-  void TearDown() override {
-    input::Console::instance().setOutput(&std::cout);
-    DrawingTest::TearDown();
-  }
-
   static double real(const wchar_t* name) {
     ResultBuffer value{};
     EXPECT_EQ(qxedGetVar(name, &value), RTNORM);
@@ -39,8 +29,6 @@ class ScriptedTokensTest : public DrawingTest {
     EXPECT_EQ(qxedGetVar(name, &value), RTNORM);
     return {value.value.rpoint[0], value.value.rpoint[1], value.value.rpoint[2]};
   }
-
-  std::ostringstream transcript_;
 };
 
 TEST_F(ScriptedTokensTest, AreaOfAnEntityToken) {

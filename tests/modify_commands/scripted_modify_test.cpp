@@ -17,24 +17,8 @@
 namespace korva::cmd {
 namespace {
 
-class ScriptedModifyTest : public DrawingTest {
+class ScriptedModifyTest : public HostCommandTest {
  protected:
-  void SetUp() override {
-    DrawingTest::SetUp();
-    registerHostCommands();
-    input::Console::instance().setOutput(&transcript_);
-  }
-  void TearDown() override {
-    input::Console::instance().setOutput(&std::cout);
-    EXPECT_EQ(qxdbOpenObjectCount(), 0u);
-    DrawingTest::TearDown();
-  }
-
-  void line(double x1, double y1, double x2, double y2, EntityName name) {
-    const double start[3] = {x1, y1, 0}, end[3] = {x2, y2, 0};
-    make(qxutBuildList(RTDXF0, L"LINE", 10, start, 11, end, RTNONE), name);
-  }
-
   // The group's point of the entity's list.
   static std::array<double, 3> pointOf(const EntityName name, int code) {
     std::array<double, 3> point{};
@@ -50,8 +34,6 @@ class ScriptedModifyTest : public DrawingTest {
   static bool sameName(const EntityName a, const EntityName b) {
     return a[0] == b[0] && a[1] == b[1];
   }
-
-  std::ostringstream transcript_;
 };
 
 TEST_F(ScriptedModifyTest, OffsetByDistanceEntityAndSide) {

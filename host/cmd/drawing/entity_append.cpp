@@ -29,15 +29,12 @@ void applyCurrentProperties(QxDbEntity& entity) {
 
 }  // namespace
 
-bool appendToCurrentSpace(QxDbEntity* entity, EntityName name) {
-  QxDbDatabase* database = s_pServices ? s_pServices->workingDatabase() : nullptr;
+bool appendToBlock(QxDbEntity* entity, QxDbObjectId blockId, EntityName name) {
   QxDbObject* space = nullptr;
-  if (!database ||
-      qxdbOpenQxDbObject(space, database->currentSpaceId(), QxDb::kForWrite) != Qxad::eOk) {
+  if (qxdbOpenQxDbObject(space, blockId, QxDb::kForWrite) != Qxad::eOk) {
     delete entity;
     return false;
   }
-  applyCurrentProperties(*entity);
   QxDbObjectId id;
   Qxad::ErrorStatus status = Qxad::eWrongObjectType;
   if (auto* block = QxDbBlockTableRecord::cast(space)) status = block->appendQxDbEntity(id, entity);
@@ -47,8 +44,17 @@ bool appendToCurrentSpace(QxDbEntity* entity, EntityName name) {
     return false;
   }
   entity->close();
-  if (name) qxdbGetHysName(name, id);
-  return true;
+  return !name || qxdbGetHysName(name, id) == Qxad::eOk;
+}
+
+bool appendToCurrentSpace(QxDbEntity* entity, EntityName name) {
+  QxDbDatabase* database = s_pServices ? s_pServices->workingDatabase() : nullptr;
+  if (!database) {
+    delete entity;
+    return false;
+  }
+  applyCurrentProperties(*entity);
+  return appendToBlock(entity, database->currentSpaceId(), name);
 }
 
 }  // namespace korva::cmd::drawing

@@ -3,8 +3,10 @@
 #include <cmath>
 
 #include "api/coordinate_systems.h"
+#include "cmd/drawing/entity_append.h"
 #include "cmd/drawing/entity_geometry.h"
 #include "cmd/edit/opened_entity.h"
+#include "cmd/edit/polyline_store.h"
 #include "qx_db_blocks.h"
 #include "qx_db_curves.h"
 #include "qx_db_polylines.h"
@@ -63,28 +65,8 @@ bool convertToPolyline(EntityName name) {
   QxDbObjectId blockId;
   QxDbPolyline* polyline = polylineOf(name, blockId);
   if (!polyline) return false;
-  QxDbObject* block = nullptr;
-  QxDbObjectId id;
-  bool added = false;
-  if (qxdbOpenQxDbObject(block, blockId, QxDb::kForWrite) == Qxad::eOk) {
-    if (auto* record = QxDbBlockTableRecord::cast(block))
-      added = record->appendQxDbEntity(id, polyline) == Qxad::eOk;
-    block->close();
-  }
-  if (!added) {
-    delete polyline;
-    return false;
-  }
-  polyline->close();
   EntityName made;
-  if (qxdbGetHysName(made, id) != Qxad::eOk) return false;
-  if (qxdbEntDel(name) != RTNORM) {
-    qxdbEntDel(made);
-    return false;
-  }
-  name[0] = made[0];
-  name[1] = made[1];
-  return true;
+  return drawing::appendToBlock(polyline, blockId, made) && replaceEntity(name, made);
 }
 
 }  // namespace korva::cmd::edit

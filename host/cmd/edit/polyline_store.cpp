@@ -144,13 +144,7 @@ bool remakeOldPolyline(EntityName name, const PlanarPolyline& old, const Chain& 
   }
   EntityName made;
   if (qxdbEntLast(made) != RTNORM) return false;
-  if (qxdbEntDel(name) != RTNORM) {
-    qxdbEntDel(made);
-    return false;
-  }
-  name[0] = made[0];
-  name[1] = made[1];
-  return true;
+  return replaceEntity(name, made);
 }
 
 bool writeOldInPlace(QxDb2dPolyline& polyline, const Chain& chain, double elevation) {
@@ -184,6 +178,16 @@ Vec3 between(const api::CoordinateSystem& from, const api::CoordinateSystem& to,
 }
 
 }  // namespace
+
+bool replaceEntity(EntityName name, const EntityName made) {
+  if (qxdbEntDel(name) != RTNORM) {
+    qxdbEntDel(made);
+    return false;
+  }
+  name[0] = made[0];
+  name[1] = made[1];
+  return true;
+}
 
 PolylineKind polylineKindOf(const EntityName name) {
   std::wstring type = typeOf(name);

@@ -38,6 +38,10 @@ std::optional<Chain> readPiece(const EntityName name, const PlanarPolyline& base
 // drawing refused the change.
 bool writePolyline(EntityName name, const Chain& chain, bool straightenFit = false);
 
+// Erases `name` and makes it name `made` instead; when the old one can't go, the new
+// one goes and the answer is false.
+bool replaceEntity(EntityName name, const EntityName made);
+
 // False when the entity can't be changed (it stands on a locked layer).
 bool isEditable(const EntityName name);
 

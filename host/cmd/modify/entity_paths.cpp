@@ -4,6 +4,7 @@
 #include <numbers>
 #include <vector>
 
+#include "cmd/drawing/entity_append.h"
 #include "cmd/drawing/entity_geometry.h"
 #include "qx_coordinates.h"
 #include "qx_db_blocks.h"
@@ -235,21 +236,7 @@ bool addEntityLike(const EntityName source, const EntityPath& shape, const Plane
     entity->setPropertiesFrom(original.get());
     owner = original.get()->ownerId();
   }
-  QxDbObject* space = nullptr;
-  if (qxdbOpenQxDbObject(space, owner, QxDb::kForWrite) != Qxad::eOk) {
-    delete entity;
-    return false;
-  }
-  QxDbObjectId id;
-  Qxad::ErrorStatus status = Qxad::eWrongObjectType;
-  if (auto* block = QxDbBlockTableRecord::cast(space)) status = block->appendQxDbEntity(id, entity);
-  space->close();
-  if (status != Qxad::eOk) {
-    delete entity;
-    return false;
-  }
-  entity->close();
-  return qxdbGetHysName(made, id) == Qxad::eOk;
+  return drawing::appendToBlock(entity, owner, made);
 }
 
 bool rewriteEntity(const EntityName name, const EntityPath& shape, const PlanePath& path) {
