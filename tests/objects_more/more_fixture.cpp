@@ -35,10 +35,11 @@ void MoreEntitiesTest::use(std::unique_ptr<db::Database> database) {
   document_ = &api::DocumentList::instance().add(std::move(database), "more.dxf", true);
 }
 
-QxDbObjectId MoreEntitiesTest::add(std::string_view type, std::vector<db::OwnedGroup> groups) {
+QxDbObjectId MoreEntitiesTest::add(std::string_view type, std::vector<db::OwnedGroup> groups,
+                                   db::BlockDefinition* block) {
   std::vector<db::OwnedGroup> all = {{100, "AcDbEntity"}, {8, "0"}};
   all.insert(all.end(), groups.begin(), groups.end());
-  db::Record* record = database().addEntity(std::move(all), type);
+  db::Record* record = database().addEntity(std::move(all), type, block);
   return api::idOf(database(), *record);
 }
 
@@ -119,6 +120,22 @@ void MoreEntitiesTest::modifyPoint(QxDbObjectId id, int code, const QxGePoint3d&
     node.value.rpoint[1] = value.y;
     node.value.rpoint[2] = value.z;
   })) << code;
+}
+
+void MoreEntitiesTest::modifyText(QxDbObjectId id, int code, const wchar_t* value) {
+  EXPECT_TRUE(withNode(id, code, 0, -1, true, [&](ResultBuffer& node) {
+    qxad_free(node.value.rstring);
+    node.value.rstring = qxutNewString(value);
+  })) << code;
+}
+
+QxDbExtents MoreEntitiesTest::extentsOf(QxDbObjectId id, Qxad::ErrorStatus expected) {
+  QxDbExtents extents;
+  QxDbEntity* entity = open<QxDbEntity>(id);
+  if (!entity) return extents;
+  EXPECT_EQ(entity->getGeomExtents(extents), expected);
+  entity->close();
+  return extents;
 }
 
 std::optional<double> MoreEntitiesTest::overrideValue(QxDbObjectId id, int variable) {

@@ -31,8 +31,10 @@ class MoreEntitiesTest : public ::testing::Test {
   void use(std::unique_ptr<db::Database> database);
   db::Database& database() { return document_->database(); }
 
-  // An entity of model space from its groups after the common part; returns its id.
-  QxDbObjectId add(std::string_view type, std::vector<db::OwnedGroup> groups);
+  // An entity of model space (or of the block) from its groups after the common part;
+  // returns its id.
+  QxDbObjectId add(std::string_view type, std::vector<db::OwnedGroup> groups,
+                   db::BlockDefinition* block = nullptr);
   db::Record* recordOf(QxDbObjectId id);
 
   // Opens the entity as the class, failing the test (and leaving nothing open) otherwise.
@@ -56,6 +58,9 @@ class MoreEntitiesTest : public ::testing::Test {
   void modifyReal(QxDbObjectId id, int code, double value);
   void modifyInteger(QxDbObjectId id, int code, long value);
   void modifyPoint(QxDbObjectId id, int code, const QxGePoint3d& value, int occurrence = 0);
+  void modifyText(QxDbObjectId id, int code, const wchar_t* value);
+  // The entity's box, its status checked against the one expected.
+  QxDbExtents extentsOf(QxDbObjectId id, Qxad::ErrorStatus expected = Qxad::eOk);
   // The value behind (1070 . variable) in the entity's dimension override (a 1040 real
   // or a 1070 integer), read with qxdbEntGetX; and a real one changed with qxdbEntMod.
   std::optional<double> overrideValue(QxDbObjectId id, int variable);
@@ -79,4 +84,11 @@ class MoreEntitiesTest : public ::testing::Test {
     EXPECT_NEAR(p_.x, (ex), (tol));                \
     EXPECT_NEAR(p_.y, (ey), (tol));                \
     EXPECT_NEAR(p_.z, (ez), (tol));                \
+  } while (0)
+
+#define EXPECT_EXTENTS_NEAR(box, x0, y0, z0, x1, y1, z1, tol) \
+  do {                                                        \
+    QxDbExtents b_ = (box);                                   \
+    EXPECT_POINT_NEAR(b_.minPoint(), (x0), (y0), (z0), tol);  \
+    EXPECT_POINT_NEAR(b_.maxPoint(), (x1), (y1), (z1), tol);  \
   } while (0)

@@ -1,9 +1,11 @@
 // Writing table cells: text, height, alignment and a block cell's block, through the
 // object layer, seen by the flat layer, drawn into the table's picture and kept by a
 // save; the written file read back by korva and by ezdxf.
+#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <sstream>
 
 #include "api/objects/object_state.h"
@@ -15,7 +17,6 @@
 #include "qx_db_block_reference.h"
 #include "qx_db_table.h"
 #include "qx_db_text.h"
-#include "qx_entities.h"
 #include "qx_memory.h"
 
 namespace korva::test {
@@ -36,37 +37,36 @@ class TableWritingTest : public MoreEntitiesTest {
                       "|171 1|172 0|91 0|7 Standard"));
   }
 
-  // The live entities of the block the table names.
-  std::vector<db::Record*> pictureOf(QxDbObjectId id) {
+  // The live entities of the block the table names, of one type or all.
+  std::vector<db::Record*> pictureOf(QxDbObjectId id, std::string_view type = {}) {
     std::vector<db::Record*> live;
     std::optional<std::string_view> name = recordOf(id)->find(2);
     db::BlockDefinition* block = name ? database().block(*name) : nullptr;
     if (!block) return live;
     for (db::Record* record : block->entities) {
-      if (!record->isErased()) live.push_back(record);
+      if (!record->isErased() && (type.empty() || record->type() == type)) live.push_back(record);
     }
     return live;
   }
   std::vector<std::string> pictureTexts(QxDbObjectId id) {
     std::vector<std::string> texts;
-    for (db::Record* record : pictureOf(id)) {
-      if (record->type() == "MTEXT") texts.emplace_back(record->find(1).value_or(""));
-    }
+    for (db::Record* record : pictureOf(id, "MTEXT"))
+      texts.emplace_back(record->find(1).value_or(""));
     return texts;
   }
   db::Record* pictureText(QxDbObjectId id, std::string_view contents) {
-    for (db::Record* record : pictureOf(id)) {
-      if (record->type() == "MTEXT" && record->find(1) == contents) return record;
+    for (db::Record* record : pictureOf(id, "MTEXT")) {
+      if (record->find(1) == contents) return record;
     }
     return nullptr;
   }
-  QxDbExtents extentsOf(QxDbObjectId id) {
-    QxDbExtents extents;
-    QxDbEntity* entity = open<QxDbEntity>(id);
-    if (!entity) return extents;
-    EXPECT_EQ(entity->getGeomExtents(extents), Qxad::eOk);
-    entity->close();
-    return extents;
+  // The picture's text of these contents holds these groups.
+  void expectPictureText(QxDbObjectId id, std::string_view contents,
+                         std::initializer_list<std::pair<int, const char*>> expected) {
+    db::Record* text = pictureText(id, contents);
+    ASSERT_TRUE(text) << contents;
+    for (auto [code, value] : expected)
+      EXPECT_EQ(text->find(code), value) << contents << " " << code;
   }
   std::wstring textOf(QxDbTable* table, int row, int column) {
     wchar_t* text = table->textString(row, column);
@@ -74,11 +74,22 @@ class TableWritingTest : public MoreEntitiesTest {
     qxad_free(text);
     return result;
   }
+  // Opens the table for writing, makes the change and closes it; the change's status.
+  Qxad::ErrorStatus change(QxDbObjectId id,
+                           const std::function<Qxad::ErrorStatus(QxDbTable&)>& edit) {
+    QxDbTable* table = open<QxDbTable>(id, QxDb::kForWrite);
+    if (!table) return Qxad::eNullObjectId;
+    Qxad::ErrorStatus status = edit(*table);
+    table->close();
+    return status;
+  }
+  QxDbObjectId blockId(const char* name) {
+    return api::idOf(database(), *database().tableEntry("BLOCK_RECORD", name));
+  }
   QxDbObjectId addArrowBlock() {
     db::BlockDefinition* block = database().addBlock("ARROW");
-    database().addEntity(groups("100 AcDbEntity|8 0|100 AcDbLine|10 0|20 0|30 0|11 2|21 1|31 0"),
-                         "LINE", block);
-    return api::idOf(database(), *database().tableEntry("BLOCK_RECORD", "ARROW"));
+    add("LINE", groups("100 AcDbLine|10 0|20 0|30 0|11 2|21 1|31 0"), block);
+    return blockId("ARROW");
   }
 };
 
@@ -102,47 +113,18 @@ TEST_F(TableWritingTest, TextCellsAreWrittenAndDrawn) {
   EXPECT_FALSE(listText(id, 303));
 
   // The picture is a new anonymous block named by the table: 12 edges and the texts.
-  std::optional<std::wstring> block = listText(id, 2);
-  ASSERT_TRUE(block);
-  EXPECT_EQ(*block, L"*T7");
-  int lines = 0;
-  for (db::Record* record : pictureOf(id)) lines += record->type() == "LINE";
-  EXPECT_EQ(lines, 12);
-  std::vector<std::string> texts = pictureTexts(id);
-  ASSERT_EQ(texts.size(), 3u);
-  EXPECT_EQ(texts[0], "Hello");
-  EXPECT_EQ(texts[1], "both forms");
-  EXPECT_EQ(texts[2], "short again");
+  EXPECT_EQ(listText(id, 2), L"*T7");
+  EXPECT_EQ(pictureOf(id, "LINE").size(), 12u);
+  EXPECT_EQ(pictureTexts(id), (std::vector<std::string>{"Hello", "both forms", "short again"}));
 
   // Top center by default, inside the margins, in the cell's own height.
-  db::Record* hello = pictureText(id, "Hello");
-  ASSERT_TRUE(hello);
-  EXPECT_EQ(hello->find(10), "1.5");
-  EXPECT_EQ(hello->find(20), "-0.06");
-  EXPECT_EQ(hello->find(40), "0.2");
-  EXPECT_EQ(hello->find(71), "2");
-
-  QxDbExtents box = extentsOf(id);
-  EXPECT_POINT_NEAR(box.minPoint(), 10, 18, 0, 1e-12);
-  EXPECT_POINT_NEAR(box.maxPoint(), 16, 20, 0, 1e-12);
+  expectPictureText(id, "Hello", {{10, "1.5"}, {20, "-0.06"}, {40, "0.2"}, {71, "2"}});
+  EXPECT_EXTENTS_NEAR(extentsOf(id), 10, 18, 0, 16, 20, 0, 1e-12);
 
   // A cell changed through the flat layer shows once the picture is drawn again.
-  EntityName name;
-  ASSERT_EQ(qxdbGetHysName(name, id), Qxad::eOk);
-  ResultBuffer* list = qxdbEntGet(name);
-  for (ResultBuffer* node = list; node; node = node->next) {
-    if (node->type != 1) continue;
-    qxad_free(node->value.rstring);
-    node->value.rstring = qxutNewString(L"from the list");
-    break;
-  }
-  EXPECT_EQ(qxdbEntMod(list), RTNORM);
-  qxutRelRb(list);
+  modifyText(id, 1, L"from the list");
   EXPECT_TRUE(pictureText(id, "Hello"));
-  table = open<QxDbTable>(id, QxDb::kForWrite);
-  ASSERT_TRUE(table);
-  EXPECT_EQ(table->recomputeTableBlock(), Qxad::eOk);
-  table->close();
+  EXPECT_EQ(change(id, [](QxDbTable& table) { return table.recomputeTableBlock(); }), Qxad::eOk);
   EXPECT_FALSE(pictureText(id, "Hello"));
   EXPECT_TRUE(pictureText(id, "from the list"));
 }
@@ -165,18 +147,13 @@ TEST_F(TableWritingTest, RowsGrowToHoldLongTexts) {
   EXPECT_EQ(listText(id, 2, 1), longText.substr(0, 250));
 
   // The wrapped text fills its row but for the margins; the lines close around it.
-  db::Record* text = nullptr;
-  for (db::Record* record : pictureOf(id)) {
-    if (record->type() == "MTEXT") text = record;
-  }
-  ASSERT_TRUE(text);
-  QxDbMText* paragraph = open<QxDbMText>(api::idOf(database(), *text));
+  std::vector<db::Record*> texts = pictureOf(id, "MTEXT");
+  ASSERT_FALSE(texts.empty());
+  QxDbMText* paragraph = open<QxDbMText>(api::idOf(database(), *texts.back()));
   ASSERT_TRUE(paragraph);
   EXPECT_NEAR(paragraph->actualHeight(), grown - 0.12, 1e-12);
   paragraph->close();
-  QxDbExtents box = extentsOf(id);
-  EXPECT_POINT_NEAR(box.minPoint(), 10, 20 - 1 - grown, 0, 1e-12);
-  EXPECT_POINT_NEAR(box.maxPoint(), 16, 20, 0, 1e-12);
+  EXPECT_EXTENTS_NEAR(extentsOf(id), 10, 20 - 1 - grown, 0, 16, 20, 0, 1e-12);
 
   // A short text again leaves the row as it grew.
   table = open<QxDbTable>(id, QxDb::kForWrite);
@@ -188,16 +165,12 @@ TEST_F(TableWritingTest, RowsGrowToHoldLongTexts) {
 
 TEST_F(TableWritingTest, UndoTakesBackTheCellAndItsPicture) {
   QxDbObjectId id = addTable();
-  QxDbTable* table = open<QxDbTable>(id, QxDb::kForWrite);
-  ASSERT_TRUE(table);
-  ASSERT_EQ(table->setTextString(0, 0, L"first"), Qxad::eOk);
-  table->close();
+  ASSERT_EQ(change(id, [](QxDbTable& table) { return table.setTextString(0, 0, L"first"); }),
+            Qxad::eOk);
   db::ChangeJournal& journal = database().journal();
   journal.beginGroup(db::ChangeJournal::GroupKind::Command, "EDIT");
-  table = open<QxDbTable>(id, QxDb::kForWrite);
-  ASSERT_TRUE(table);
-  ASSERT_EQ(table->setTextString(0, 0, L"second"), Qxad::eOk);
-  table->close();
+  ASSERT_EQ(change(id, [](QxDbTable& table) { return table.setTextString(0, 0, L"second"); }),
+            Qxad::eOk);
   journal.endGroup();
   EXPECT_EQ(pictureTexts(id), (std::vector<std::string>{"second", "new style"}));
   ASSERT_TRUE(journal.undoStep().has_value());
@@ -207,24 +180,17 @@ TEST_F(TableWritingTest, UndoTakesBackTheCellAndItsPicture) {
 
 TEST_F(TableWritingTest, MergedCellsDrawAsOne) {
   // A title across both columns over two plain cells.
-  QxDbObjectId id = add("ACAD_TABLE",
-                        groups("100 AcDbBlockReference|2 *T1|10 0|20 0|30 0|100 AcDbTable"
+  QxDbObjectId id =
+      add("ACAD_TABLE", groups("100 AcDbBlockReference|2 *T1|10 0|20 0|30 0|100 AcDbTable"
                                "|11 1|21 0|31 0|91 2|92 2|141 1|141 1|142 3|142 3"
                                "|171 1|172 0|173 1|175 2|176 1|1 title"
                                "|171 1|172 0|173 1|175 1|176 1|1 hidden"
                                "|171 1|1 a|171 1|1 b"));
-  QxDbTable* table = open<QxDbTable>(id, QxDb::kForWrite);
-  ASSERT_TRUE(table);
-  ASSERT_EQ(table->setTextString(0, 0, L"Title"), Qxad::eOk);
-  table->close();
-  int lines = 0;
-  for (db::Record* record : pictureOf(id)) lines += record->type() == "LINE";
-  EXPECT_EQ(lines, 11);
+  ASSERT_EQ(change(id, [](QxDbTable& table) { return table.setTextString(0, 0, L"Title"); }),
+            Qxad::eOk);
+  EXPECT_EQ(pictureOf(id, "LINE").size(), 11u);
   EXPECT_EQ(pictureTexts(id), (std::vector<std::string>{"Title", "a", "b"}));
-  db::Record* title = pictureText(id, "Title");
-  ASSERT_TRUE(title);
-  EXPECT_EQ(title->find(10), "3.0");
-  EXPECT_EQ(title->find(41), "5.88");
+  expectPictureText(id, "Title", {{10, "3.0"}, {41, "5.88"}});
 }
 
 TEST_F(TableWritingTest, HeightAlignmentAndBlockOfACell) {
@@ -244,30 +210,16 @@ TEST_F(TableWritingTest, HeightAlignmentAndBlockOfACell) {
   EXPECT_EQ(table->blockTableRecordId(1, 0), arrow);
   table->close();
 
-  db::Record* old = pictureText(id, "old");
-  ASSERT_TRUE(old);
-  EXPECT_EQ(old->find(71), "4");
-  EXPECT_EQ(old->find(10), "0.06");
-  EXPECT_EQ(old->find(20), "-0.5");
-  db::Record* tall = pictureText(id, "tall");
-  ASSERT_TRUE(tall);
-  EXPECT_EQ(tall->find(40), "0.25");
+  expectPictureText(id, "old", {{71, "4"}, {10, "0.06"}, {20, "-0.5"}});
+  expectPictureText(id, "tall", {{40, "0.25"}});
 
   // The block fills the cell inside its margins: 2 by 1 scaled to 0.88, top centered.
-  db::Record* reference = nullptr;
-  for (db::Record* record : pictureOf(id)) {
-    if (record->type() == "INSERT") reference = record;
-  }
-  ASSERT_TRUE(reference);
-  EXPECT_EQ(reference->find(2), "ARROW");
-  QxDbBlockReference* shown = open<QxDbBlockReference>(api::idOf(database(), *reference));
-  ASSERT_TRUE(shown);
-  QxDbExtents box;
-  EXPECT_EQ(shown->getGeomExtents(box), Qxad::eOk);
-  shown->close();
+  std::vector<db::Record*> references = pictureOf(id, "INSERT");
+  ASSERT_FALSE(references.empty());
+  EXPECT_EQ(references.back()->find(2), "ARROW");
   // In block coordinates, the table's top left at the origin.
-  EXPECT_POINT_NEAR(box.minPoint(), 1.5 - 0.88, -1.06 - 0.88, 0, 1e-12);
-  EXPECT_POINT_NEAR(box.maxPoint(), 1.5 + 0.88, -1.06, 0, 1e-12);
+  EXPECT_EXTENTS_NEAR(extentsOf(api::idOf(database(), *references.back())), 1.5 - 0.88,
+                      -1.06 - 0.88, 0, 1.5 + 0.88, -1.06, 0, 1e-12);
 }
 
 TEST_F(TableWritingTest, WritersRefuseWhatTheyCantWrite) {
@@ -286,9 +238,7 @@ TEST_F(TableWritingTest, WritersRefuseWhatTheyCantWrite) {
   EXPECT_EQ(table->setTextString(1, 0, L"x"), Qxad::eNotApplicable);
   EXPECT_EQ(table->setBlockTableRecordId(0, 0, arrow), Qxad::eNotApplicable);
   EXPECT_EQ(table->setTextHeight(0, 0, 0), Qxad::eInvalidInput);
-  QxDbObjectId modelSpace =
-      api::idOf(database(), *database().tableEntry("BLOCK_RECORD", "*Model_Space"));
-  EXPECT_EQ(table->setBlockTableRecordId(1, 0, modelSpace), Qxad::eInvalidInput);
+  EXPECT_EQ(table->setBlockTableRecordId(1, 0, blockId("*Model_Space")), Qxad::eInvalidInput);
   table->close();
   EXPECT_EQ(listText(id, 1), L"old");
   EXPECT_TRUE(pictureOf(id).empty());
@@ -328,29 +278,18 @@ TEST_F(TableWritingTest, SavedCellsAndPictureReadBack) {
   ASSERT_EQ(std::system(command.c_str()), 0) << command;
   std::ifstream in(reference);
   std::vector<std::string> texts, inserts;
-  std::vector<double> lineBox;
+  double box[4] = {NAN, NAN, NAN, NAN};
   for (std::string line; std::getline(in, line);) {
-    std::istringstream words(line);
-    std::string kind;
-    words >> kind;
-    std::string rest;
-    std::getline(words, rest);
-    if (!rest.empty()) rest.erase(0, 1);
-    if (kind == "text") texts.push_back(rest);
-    if (kind == "insert") inserts.push_back(rest);
-    if (kind == "lines") {
-      std::istringstream values(rest);
-      for (double v; values >> v;) lineBox.push_back(v);
-    }
+    std::string rest = line.substr(line.find(' ') + 1);
+    if (line.starts_with("text ")) texts.push_back(rest);
+    if (line.starts_with("insert ")) inserts.push_back(rest);
+    if (line.starts_with("lines "))
+      std::istringstream(rest) >> box[0] >> box[1] >> box[2] >> box[3];
   }
   std::filesystem::remove(reference);
   EXPECT_EQ(texts, (std::vector<std::string>{"saved", "new style"}));
   EXPECT_EQ(inserts, (std::vector<std::string>{"ARROW 0.88"}));
-  ASSERT_EQ(lineBox.size(), 4u);
-  EXPECT_NEAR(lineBox[0], before.minPoint().x, 1e-9);
-  EXPECT_NEAR(lineBox[1], before.minPoint().y, 1e-9);
-  EXPECT_NEAR(lineBox[2], before.maxPoint().x, 1e-9);
-  EXPECT_NEAR(lineBox[3], before.maxPoint().y, 1e-9);
+  EXPECT_EXTENTS_NEAR(before, box[0], box[1], 0, box[2], box[3], 0, 1e-9);
 
   dxf::ReadResult read = dxf::readFile(path.string());
   std::filesystem::remove(path);
@@ -360,13 +299,11 @@ TEST_F(TableWritingTest, SavedCellsAndPictureReadBack) {
   table = open<QxDbTable>(reloaded);
   ASSERT_TRUE(table);
   EXPECT_EQ(textOf(table, 0, 0), L"saved");
-  EXPECT_EQ(table->blockTableRecordId(1, 0),
-            api::idOf(database(), *database().tableEntry("BLOCK_RECORD", "ARROW")));
+  EXPECT_EQ(table->blockTableRecordId(1, 0), blockId("ARROW"));
   table->close();
   EXPECT_EQ(pictureTexts(reloaded), (std::vector<std::string>{"saved", "new style"}));
-  QxDbExtents after = extentsOf(reloaded);
-  EXPECT_POINT_NEAR(after.minPoint(), before.minPoint().x, before.minPoint().y, 0, 1e-12);
-  EXPECT_POINT_NEAR(after.maxPoint(), before.maxPoint().x, before.maxPoint().y, 0, 1e-12);
+  EXPECT_EXTENTS_NEAR(extentsOf(reloaded), before.minPoint().x, before.minPoint().y, 0,
+                      before.maxPoint().x, before.maxPoint().y, 0, 1e-12);
 }
 
 }  // namespace
