@@ -13,36 +13,6 @@ namespace {
 // The desktop that dialogs without a parent are centred on, in dialog units.
 constexpr QxUiRect kDesktop = {0, 0, 640, 480};
 
-QxUiControlKind kindOf(ControlKind kind) {
-  switch (kind) {
-    case ControlKind::Static:
-      return QxUiControlKind::Static;
-    case ControlKind::Edit:
-      return QxUiControlKind::Edit;
-    case ControlKind::Button:
-      return QxUiControlKind::Button;
-    case ControlKind::DefaultButton:
-      return QxUiControlKind::DefaultButton;
-    case ControlKind::CheckBox:
-      return QxUiControlKind::CheckBox;
-    case ControlKind::RadioButton:
-      return QxUiControlKind::RadioButton;
-    case ControlKind::ListBox:
-      return QxUiControlKind::ListBox;
-    case ControlKind::ComboBox:
-      return QxUiControlKind::ComboBox;
-    case ControlKind::CheckListBox:
-      return QxUiControlKind::CheckListBox;
-    case ControlKind::OwnerDrawnButton:
-      return QxUiControlKind::OwnerDrawnButton;
-    case ControlKind::GroupBox:
-      return QxUiControlKind::GroupBox;
-    case ControlKind::Icon:
-      return QxUiControlKind::Icon;
-  }
-  return QxUiControlKind::Static;
-}
-
 QxUiControlStyle styleOf(const ControlStyle& style) {
   QxUiControlStyle result;
   result.multipleSelection = style.multipleSelection;
@@ -75,6 +45,7 @@ std::unique_ptr<CQxUiWnd> makeControl(ControlKind kind) {
     case ControlKind::Static:
     case ControlKind::GroupBox:
     case ControlKind::Icon:
+    case ControlKind::Dialog:  // templates hold no dialogs
       return std::make_unique<CQxUiStatic>();
   }
   return std::make_unique<CQxUiStatic>();
@@ -130,7 +101,7 @@ void DialogAccess::attach(CQxUiWnd& window, CQxUiDialog& parent, const ControlTe
   window.parent_ = &parent;
   window.created_ = true;
   window.id_ = line.id;
-  window.kind_ = kindOf(line.kind);
+  window.kind_ = line.kind;
   window.style_ = styleOf(line.style);
   window.text_ = line.caption;
   window.rect_ = {line.x, line.y, line.x + line.width, line.y + line.height};
@@ -155,7 +126,7 @@ void DialogAccess::openDialog(CQxUiDialog& dialog, const DialogTemplate& dialogT
   for (const ControlTemplate& line : dialogTemplate.controls) {
     CQxUiDialog::State::Slot slot;
     const auto bound = state.bindings.find(line.id);
-    if (bound != state.bindings.end() && fits(*bound->second, kindOf(line.kind))) {
+    if (bound != state.bindings.end() && fits(*bound->second, line.kind)) {
       slot.window = bound->second;
     } else {
       if (bound != state.bindings.end()) reportMisfit(dialog, line.id);

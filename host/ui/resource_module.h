@@ -8,23 +8,12 @@
 #include <vector>
 
 #include "qx_resources.h"
+#include "qx_ui_controls.h"
 
 namespace korva::ui {
 
-enum class ControlKind {
-  Static,
-  Edit,
-  Button,
-  DefaultButton,
-  CheckBox,
-  RadioButton,
-  ListBox,
-  ComboBox,
-  CheckListBox,
-  OwnerDrawnButton,
-  GroupBox,
-  Icon,
-};
+// The kinds a template's controls come in: the dialog layer's own (never Dialog).
+using ControlKind = QxUiControlKind;
 
 // Styles of a control in its template.
 struct ControlStyle {

@@ -22,6 +22,14 @@ inline bool IsSameString(const wchar_t* a, const wchar_t* b) {
   return std::wcscmp(a, b) == 0;
 }
 
+// The same for strings the host hands over to be freed by the caller: both are freed.
+inline bool IsSameOwnedString(wchar_t* a, wchar_t* b) {
+  const bool same = IsSameString(a, b);
+  qxad_free(a);
+  qxad_free(b);
+  return same;
+}
+
 // Directions compare after both are made unit length.
 inline bool IsSameDirection(const QxGeVector3d& a, const QxGeVector3d& b) {
   return a.normal().isEqualTo(b.normal());

@@ -3,21 +3,11 @@
 #include "compare/file_compare_utils.h"
 
 using CompareEquality::IsNearEqual;
+using CompareEquality::IsSameOwnedString;
 using CompareEquality::IsSamePoint2dArray;
 using CompareEquality::IsSamePoint3dArray;
 using CompareEquality::IsSameRealArray;
 using CompareEquality::IsSameString;
-
-namespace {
-
-bool IsSameOwnedString(wchar_t* oldText, wchar_t* newText) {
-  const bool same = IsSameString(oldText, newText);
-  qxad_free(oldText);
-  qxad_free(newText);
-  return same;
-}
-
-}  // namespace
 
 bool VnFileCompareUtils::CompareHatch(const QxDbHatch* oldHatch, const QxDbHatch* newHatch) {
   if (!IsGeometryCompared()) return true;

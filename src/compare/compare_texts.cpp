@@ -6,6 +6,7 @@
 
 using CompareEquality::IsNearEqual;
 using CompareEquality::IsSameDirection;
+using CompareEquality::IsSameOwnedString;
 using CompareEquality::IsSameString;
 
 namespace {
@@ -22,14 +23,6 @@ std::wstring StyleName(QxDbObjectId styleId) {
   }
   object->close();
   return name;
-}
-
-// Strings the host hands over to be freed by the caller.
-bool IsSameOwnedString(wchar_t* oldText, wchar_t* newText) {
-  const bool same = IsSameString(oldText, newText);
-  qxad_free(oldText);
-  qxad_free(newText);
-  return same;
 }
 
 }  // namespace

@@ -43,6 +43,8 @@ const char* kindName(ControlKind kind) {
       return "group";
     case ControlKind::Icon:
       return "icon";
+    case ControlKind::Dialog:
+      return "dialog";
   }
   return "?";
 }

@@ -165,19 +165,18 @@ class HatchRewriter {
     return true;
   }
   bool point(int code) {
-    size_t first = at_;
-    double x = 0, y = 0;
-    if (!readPair(code, x, y)) return false;
-    Vec3 moved = planePoint(x, y);
-    set(first, moved.x);
-    set(first + 1, moved.y);
-    return true;
+    return mapPair(code, [this](double x, double y) { return planePoint(x, y); });
   }
   bool vector(int code) {
+    return mapPair(code, [this](double x, double y) { return planeVector(x, y); });
+  }
+  // Reads the pair at the code and writes back where map takes it.
+  template <class Map>
+  bool mapPair(int code, Map map) {
     size_t first = at_;
     double x = 0, y = 0;
     if (!readPair(code, x, y)) return false;
-    Vec3 moved = planeVector(x, y);
+    Vec3 moved = map(x, y);
     set(first, moved.x);
     set(first + 1, moved.y);
     return true;
